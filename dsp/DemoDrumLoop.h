@@ -1,0 +1,44 @@
+#pragma once
+
+#include <vector>
+
+// A deterministic synthetic drum loop for demonstrations and benchmarks: 8 seconds of stereo at
+// 44.1 kHz, four bars at 120 BPM of kick, snare and hi-hats built from decaying sines and noise
+// bursts, loud hits and soft ghost notes. The same program always renders the same samples.
+//
+// Thread contract: any thread; construction renders the loop and allocates.
+class DemoDrumLoop
+{
+public:
+    enum class Instrument
+    {
+        kick,
+        snare,
+        closedHat,
+        openHat
+    };
+
+    struct Hit
+    {
+        int frame;              // first sample of the hit
+        Instrument instrument;
+        float velocity;         // 0..1, amplitude relative to the loudest hit of its kind
+    };
+
+    static constexpr int sampleRate = 44100;
+    static constexpr int frameCount = sampleRate * 8;
+
+    DemoDrumLoop();
+
+    const std::vector<float>& left() const { return leftChannel; }
+    const std::vector<float>& right() const { return rightChannel; }
+    // Every hit of the loop in time order.
+    const std::vector<Hit>& hits() const { return hitList; }
+
+    static const char* instrumentName(Instrument instrument);
+
+private:
+    std::vector<float> leftChannel;
+    std::vector<float> rightChannel;
+    std::vector<Hit> hitList;
+};

@@ -1,0 +1,66 @@
+#include "dsp/DemoDrumLoop.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+TEST(DemoDrumLoop, IsEightSecondsOfStereoAtMinusSixDecibelsPeak)
+{
+    const DemoDrumLoop loop;
+    ASSERT_EQ(loop.left().size(), 8u * 44100u);
+    ASSERT_EQ(loop.right().size(), loop.left().size());
+    float peak = 0.0f;
+    for (std::size_t i = 0; i < loop.left().size(); ++i)
+        peak = std::max({peak, std::fabs(loop.left()[i]), std::fabs(loop.right()[i])});
+    EXPECT_FLOAT_EQ(peak, 0.5f);
+    EXPECT_NE(loop.left(), loop.right()) << "the hats are panned";
+}
+
+TEST(DemoDrumLoop, RendersTheSameSamplesEveryTime)
+{
+    const DemoDrumLoop first;
+    const DemoDrumLoop second;
+    EXPECT_EQ(first.left(), second.left());
+    EXPECT_EQ(first.right(), second.right());
+}
+
+TEST(DemoDrumLoop, HasLoudAndSoftHitsOfEveryInstrumentInTimeOrder)
+{
+    const DemoDrumLoop loop;
+    const auto& hits = loop.hits();
+    ASSERT_FALSE(hits.empty());
+    EXPECT_TRUE(std::is_sorted(hits.begin(), hits.end(),
+                               [](const DemoDrumLoop::Hit& a, const DemoDrumLoop::Hit& b) { return a.frame < b.frame; }));
+    std::set<DemoDrumLoop::Instrument> instruments;
+    bool soft = false;
+    bool loud = false;
+    for (const DemoDrumLoop::Hit& hit : hits)
+    {
+        instruments.insert(hit.instrument);
+        soft = soft || hit.velocity < 0.5f;
+        loud = loud || hit.velocity >= 0.95f;
+        ASSERT_GE(hit.frame, 0);
+        ASSERT_LT(hit.frame, DemoDrumLoop::frameCount);
+    }
+    EXPECT_EQ(instruments.size(), 4u);
+    EXPECT_TRUE(soft && loud);
+}
+
+TEST(DemoDrumLoop, EachHitStartsAfterAQuieterMoment)
+{
+    const DemoDrumLoop loop;
+    for (const DemoDrumLoop::Hit& hit : loop.hits())
+    {
+        if (hit.instrument != DemoDrumLoop::Instrument::kick || hit.velocity < 0.9f)
+            continue;
+        float before = 0.0f;
+        float after = 0.0f;
+        for (int i = std::max(0, hit.frame - 200); i < hit.frame; ++i)
+            before = std::max(before, std::fabs(loop.left()[i]));
+        for (int i = hit.frame; i < hit.frame + 441; ++i)
+            after = std::max(after, std::fabs(loop.left()[i]));
+        EXPECT_GT(after, 2.0f * before) << "kick at frame " << hit.frame;
+    }
+}
