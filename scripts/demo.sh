@@ -5,4 +5,4 @@ set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 "$root/scripts/install-deps.sh"
 "$root/scripts/build.sh" release --target kelvane-demo
-"$root/build/release/tools/kelvane-demo" "$root/out/demo"
+"$root/build/release/tools/demo/kelvane-demo" "$root/out/demo"
