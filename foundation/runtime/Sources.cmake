@@ -1,0 +1,3 @@
+list(APPEND foundation_sources
+  runtime/ReferenceCountedObject.cpp
+)
