@@ -1,0 +1,3 @@
+list(APPEND foundation_sources
+  var/Var.cpp
+)
