@@ -78,23 +78,33 @@ public:
     const T* begin() const { return data; }
     const T* end() const { return data + count; }
 
-    // Appends a copy of item; returns its index.
+    // Appends a copy of item, which may be an element of this array; returns its index.
     int32_t add(const T& item)
     {
+        if (count < capacity)
+        {
+            new (data + count) T(item);
+            return count++;
+        }
+        // Growing moves the block, and item may live in it: it is copied out first.
+        T copy(item);
         growIfFull();
-        new (data + count) T(item);
+        new (data + count) T(std::move(copy));
         return count++;
     }
 
     // Inserts a copy of item before index; a negative index or one above the count appends.
+    // item may be an element of this array.
     void insert(int32_t index, const T& item)
     {
         if (index < 0 || index > count)
             index = count;
+        // Growing and shifting both move elements, item among them perhaps: it is copied out first.
+        T copy(item);
         growIfFull();
         std::memmove(static_cast<void*>(data + index + 1), static_cast<const void*>(data + index),
                      sizeof(T) * static_cast<size_t>(count - index));
-        new (data + index) T(item);
+        new (data + index) T(std::move(copy));
         ++count;
     }
 

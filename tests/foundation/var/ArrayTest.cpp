@@ -1,10 +1,13 @@
 #include "foundation/var/Array.h"
 
+#include "foundation/string/String.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
 
 using q1framework::Array;
+using q1framework::String;
 
 namespace
 {
@@ -106,4 +109,21 @@ TEST(Array, ConstructsAndDestroysEachElementOnceAcrossMoves)
         EXPECT_EQ(Tracked::alive, 40);
     }
     EXPECT_EQ(Tracked::alive, 0);
+}
+
+TEST(Array, AddAndInsertTakeElementsOfTheSameArray)
+{
+    // Each call copies an element while growing or shifting moves the block it lives in.
+    Array<String> array;
+    for (int i = 0; i < 5; ++i)
+        array.add(String("element ") + String(i));
+    ASSERT_EQ(array.getCount(), array.getCapacity());
+    array.add(array[0]);
+    EXPECT_EQ(array[5], "element 0");
+    array.insert(0, array[4]);
+    EXPECT_EQ(array[0], "element 4");
+    EXPECT_EQ(array[5], "element 4");
+    array.insert(1, array[3]);
+    EXPECT_EQ(array[1], "element 2");
+    EXPECT_EQ(array.getCount(), 8);
 }
