@@ -1,7 +1,5 @@
 #include "dsp/TransientProcessor.h"
 
-#include "dsp/DenormalGuard.h"
-
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -18,29 +16,12 @@ float driveExponentScale()
     return value;
 }
 
-// True for every value but the infinities and NaN, by the exponent bits alone so that it costs
-// one compare in the per-sample loop.
-inline bool isFinite(float value)
-{
-    std::uint32_t bits;
-    std::memcpy(&bits, &value, sizeof bits);
-    return (bits & 0x7F800000u) != 0x7F800000u;
-}
-
 // Per-sample factor that moves a value by a factor of 0.1 (-20 dB) in `seconds` at `rate`.
 float tenthPerSeconds(double seconds, double rate)
 {
     return static_cast<float>(std::pow(0.1, 1.0 / (seconds * rate)));
 }
 }
-
-struct TransientProcessor::BlockSteps
-{
-    float outputGain;
-    float attack;
-    float release;
-    float drive;
-};
 
 TransientProcessor::TransientProcessor()
     : drivePeak(0.0f),
@@ -141,185 +122,4 @@ float TransientProcessor::takeDrivePeak()
     const float peak = drivePeak;
     drivePeak = 0.0f;
     return peak;
-}
-
-[[gnu::always_inline]] inline TransientProcessor::BlockSteps TransientProcessor::beginBlock(int count) const
-{
-    const float inverse = 1.0f / static_cast<float>(count);
-    return {inverse * (outputGainTarget * outputTrim - outputGainCurrent),
-            inverse * (attackTarget - attackCurrent),
-            inverse * (releaseTarget - releaseCurrent),
-            inverse * (driveTarget - driveCurrent)};
-}
-
-[[gnu::always_inline]] inline void TransientProcessor::advanceRamps(const BlockSteps& steps)
-{
-    outputGainCurrent += steps.outputGain;
-    attackCurrent += steps.attack;
-    releaseCurrent += steps.release;
-    driveCurrent += steps.drive;
-}
-
-[[gnu::always_inline]] inline void TransientProcessor::followLevel(float level)
-{
-    // Attack side: the ratio of an instant and a timed rise is large at onsets.
-    if (level > fastEnvelope)
-        fastEnvelope = level;
-    else
-        fastEnvelope = fastEnvelope * fallCoeff;
-    if (level > slowEnvelope)
-        slowEnvelope = slowEnvelope + (level - slowEnvelope) * attackRiseCoeff;
-    else
-        slowEnvelope = slowEnvelope * fallCoeff;
-
-    // Release side: the ratio of a very slow and an adaptive fall is large while a sound decays.
-    if (level >= sustainEnvelope)
-        sustainEnvelope = level;
-    else
-        sustainEnvelope = sustainEnvelope * sustainFallCoeff;
-    if (level >= releaseEnvelope)
-        releaseEnvelope = level;
-    else
-        releaseEnvelope = releaseEnvelope * releaseFallCoeff;
-
-    // The follower jumps to the envelope while it lags by a third of it or more and closes in at
-    // followBase as the lag vanishes; with a negative release amount it equals the envelope.
-    const float envelope = releaseEnvelope;
-    const float follower = releaseFollower;
-    float lag = 1.0f;
-    if (envelope > 0.0f && releaseCurrent >= 0.0f)
-    {
-        const float guarded = envelope + 0.0001f;
-        lag = (guarded - follower) / guarded;
-    }
-    float approach = lag * 3.0f;
-    if (approach < 0.0f)
-        approach = 0.0f;
-    else if (approach > 1.0f)
-        approach = 1.0f;
-    releaseFollower = follower + (envelope - follower) * (approach * followRange + followBase);
-}
-
-[[gnu::always_inline]] inline float TransientProcessor::currentGain() const
-{
-    float attackValue = 1.0f;
-    if (slowEnvelope > 0.0f)
-        attackValue = attackCurve(fastEnvelope / slowEnvelope, attackCurrent);
-    float releaseValue = 1.0f;
-    if (releaseFollower > 0.000001f)
-        releaseValue = releaseCurve(sustainEnvelope / releaseFollower, releaseCurrent);
-    return gainLaw((attackValue - 1.0f) * attackCurrent + releaseCurrent * (releaseValue - 1.0f));
-}
-
-[[gnu::always_inline]] inline float TransientProcessor::driveAndClip(float driveInput)
-{
-    const float clipped = softClip(driveCurrent * driveInput);
-    const float magnitude = std::fabs(clipped);
-    if (magnitude > drivePeak)
-        drivePeak = magnitude;
-    if (drivePeak > 1.0f)
-        drivePeak = 1.0f;
-    if (drivePeak < 0.0f)
-        drivePeak = 0.0f;
-    return clipped;
-}
-
-void TransientProcessor::processMono(const float* in, float* out, int count, bool accumulate)
-{
-    if (count < 1)
-        return;
-    if (bypassed)
-    {
-        for (int i = 0; i < count; ++i)
-            out[i] = in[i];
-        return;
-    }
-    const DenormalGuard denormalGuard;
-    // The loop runs on a local copy: the caller's buffers cannot alias it, so its fields stay in
-    // registers instead of being reloaded after every store to the output.
-    TransientProcessor local = *this;
-    local.runMono(in, out, count, accumulate);
-    *this = local;
-}
-
-void TransientProcessor::processStereo(const float* inLeft, const float* inRight, float* outLeft,
-                                       float* outRight, int count, bool accumulate)
-{
-    if (count < 1)
-        return;
-    if (bypassed)
-    {
-        for (int i = 0; i < count; ++i)
-            outLeft[i] = inLeft[i];
-        for (int i = 0; i < count; ++i)
-            outRight[i] = inRight[i];
-        return;
-    }
-    const DenormalGuard denormalGuard;
-    TransientProcessor local = *this;
-    local.runStereo(inLeft, inRight, outLeft, outRight, count, accumulate);
-    *this = local;
-}
-
-void TransientProcessor::runMono(const float* in, float* out, int count, bool accumulate)
-{
-    const BlockSteps steps = beginBlock(count);
-    for (int i = 0; i < count; ++i)
-    {
-        const float x = in[i];
-        float result = 0.0f;
-        if (isFinite(x))
-        {
-            followLevel(std::fabs(x));
-            const float clipped = driveAndClip(x * currentGain());
-            result = (clipped / driveCurrent) * outputGainCurrent;
-        }
-        if (accumulate)
-            result = result + out[i];
-        out[i] = result;
-        advanceRamps(steps);
-    }
-}
-
-void TransientProcessor::runStereo(const float* inLeft, const float* inRight, float* outLeft,
-                                   float* outRight, int count, bool accumulate)
-{
-    const BlockSteps steps = beginBlock(count);
-    for (int i = 0; i < count; ++i)
-    {
-        const float left = inLeft[i];
-        const float right = inRight[i];
-        // One linked detector for both channels. A non-finite level (a non-finite sample, or two
-        // samples whose sum overflows) leaves the detector standing for this frame.
-        const float level = (std::fabs(left) + std::fabs(right)) * 0.5f;
-        if (isFinite(level))
-            followLevel(level);
-        const bool leftFinite = isFinite(left);
-        const bool rightFinite = isFinite(right);
-        const float gain = leftFinite || rightFinite ? currentGain() : 1.0f;
-
-        float leftResult = 0.0f;
-        float rightResult = 0.0f;
-        if (!accumulate)
-        {
-            if (leftFinite)
-                leftResult = (driveAndClip(left * gain) / driveCurrent) * outputGainCurrent;
-            if (rightFinite)
-                rightResult = (driveAndClip(right * gain) / driveCurrent) * outputGainCurrent;
-        }
-        else
-        {
-            // The accumulating path applies the output gain before the clip on the left and after
-            // it on the right; mixers that rely on it get exactly this order.
-            if (leftFinite)
-                leftResult = driveAndClip((left * gain) * outputGainCurrent) / driveCurrent;
-            if (rightFinite)
-                rightResult = (driveAndClip(right * gain) / driveCurrent) * outputGainCurrent;
-            leftResult = leftResult + outLeft[i];
-            rightResult = rightResult + outRight[i];
-        }
-        outLeft[i] = leftResult;
-        outRight[i] = rightResult;
-        advanceRamps(steps);
-    }
 }

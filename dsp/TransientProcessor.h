@@ -45,8 +45,9 @@ public:
     void setSampleRate(float rate);
 
     // ---- Processing: audio thread. ------------------------------------------------------------
-    // One block of `count` frames. Input and output may be the same buffers. With `accumulate`
-    // the result is added to the output instead of replacing it. A count below 1 does nothing.
+    // One block of `count` frames. Each output buffer is either the input buffer of its channel
+    // or does not overlap any input. With `accumulate` the result is added to the output instead
+    // of replacing it. A count below 1 does nothing.
     // A non-finite input sample gives 0.0 at the output and leaves the detectors and the drive
     // peak as they were; the ramps advance as for any other sample.
     void processStereo(const float* inLeft, const float* inRight, float* outLeft, float* outRight,
@@ -134,14 +135,4 @@ public:
     float spareCoeff;         // computed with the table, read by nothing
     float sustainFallCoeff;   // per-sample multiplier of sustainEnvelope's fall
 
-private:
-    struct BlockSteps;
-    BlockSteps beginBlock(int count) const;
-    void advanceRamps(const BlockSteps& steps);
-    void followLevel(float level);
-    float currentGain() const;
-    float driveAndClip(float driveInput);
-    void runMono(const float* in, float* out, int count, bool accumulate);
-    void runStereo(const float* inLeft, const float* inRight, float* outLeft, float* outRight, int count,
-                   bool accumulate);
 };
