@@ -38,7 +38,7 @@ TEST(ReferenceCountedObject, CountStartsAtZeroMeaningOneOwnerInBothModes)
     }
 }
 
-TEST(ReferenceCountedObject, AtomicCountSurvivesConcurrentSharing)
+TEST(ReferenceCountedObject, ThreadedAtomicCountSurvivesConcurrentSharing)
 {
     int deletions = 0;
     auto* object = new Counted(true, &deletions);

@@ -1,0 +1,8 @@
+#include "foundation/runtime/Message.h"
+
+namespace q1framework
+{
+
+Message::~Message() = default;
+
+}  // namespace q1framework
