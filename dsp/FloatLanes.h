@@ -3,89 +3,116 @@
 #include <cstdint>
 #include <cstring>
 
-// Four 32-bit floats handled lane by lane, through the compiler's generic vector types: SSE on
-// x86-64, NEON on ARM, plain code elsewhere. Every lane operation is the IEEE operation of the
-// scalar type, so a lane computes bit for bit what the same expression computes on one float.
-namespace FloatLanes
+// Groups of 4 or 8 floats handled lane by lane, through the compiler's generic vector types: SSE
+// or AVX on x86-64, NEON on ARM, plain code elsewhere. Every lane operation is the IEEE operation
+// of the scalar type, so a lane computes bit for bit what the same expression computes on a float.
+//
+// The code that uses these is compiled once per instruction set. Everything here therefore has
+// internal linkage: a copy built for AVX must never stand in for the one built for the baseline.
+namespace
 {
-constexpr int width = 4;
+template <int Width>
+struct LaneTypes;
 
-typedef float Float __attribute__((vector_size(16)));
-typedef int32_t Mask __attribute__((vector_size(16)));  // all bits set in a true lane
-
-inline Float splat(float value)
+template <>
+struct LaneTypes<4>
 {
-    return Float{value, value, value, value};
-}
+    typedef float Float __attribute__((vector_size(16)));
+    typedef int32_t Mask __attribute__((vector_size(16)));
+};
 
-inline Float load(const float* source)
+template <>
+struct LaneTypes<8>
 {
-    Float lanes;
-    std::memcpy(&lanes, source, sizeof lanes);
-    return lanes;
-}
+    typedef float Float __attribute__((vector_size(32)));
+    typedef int32_t Mask __attribute__((vector_size(32)));
+};
 
-inline void store(float* target, Float lanes)
+template <int Width>
+struct FloatLanes
 {
-    std::memcpy(target, &lanes, sizeof lanes);
-}
+    static constexpr int width = Width;
+    using Float = typename LaneTypes<Width>::Float;
+    using Mask = typename LaneTypes<Width>::Mask;  // all bits set in a true lane
 
-inline Mask bitsOf(Float lanes)
-{
-    Mask bits;
-    std::memcpy(&bits, &lanes, sizeof bits);
-    return bits;
-}
+    static Float splat(float value) { return Float{} + value; }
 
-inline Float fromBits(Mask bits)
-{
-    Float lanes;
-    std::memcpy(&lanes, &bits, sizeof lanes);
-    return lanes;
-}
+    static Float load(const float* source)
+    {
+        Float lanes;
+        std::memcpy(&lanes, source, sizeof lanes);
+        return lanes;
+    }
 
-inline Float select(Mask condition, Float whenTrue, Float whenFalse)
-{
-    return condition ? whenTrue : whenFalse;
-}
+    static void store(float* target, Float lanes) { std::memcpy(target, &lanes, sizeof lanes); }
 
-inline Float abs(Float lanes)
-{
-    return fromBits(bitsOf(lanes) & 0x7FFFFFFF);
-}
+    // Reads `count` (1..width) floats into lanes padded with zeros.
+    static Float loadPartial(const float* source, int count)
+    {
+        float padded[Width] = {};
+        std::memcpy(padded, source, sizeof(float) * static_cast<std::size_t>(count));
+        return load(padded);
+    }
 
-// True in lanes that hold neither an infinity nor NaN.
-inline Mask isFinite(Float lanes)
-{
-    return (bitsOf(lanes) & 0x7F800000) != 0x7F800000;
-}
+    static void storePartial(float* target, Float lanes, int count)
+    {
+        float padded[Width];
+        store(padded, lanes);
+        std::memcpy(target, padded, sizeof(float) * static_cast<std::size_t>(count));
+    }
 
-// True when any lane of the mask is true.
-inline bool any(Mask condition)
-{
-    std::uint64_t halves[2];
-    std::memcpy(halves, &condition, sizeof halves);
-    return (halves[0] | halves[1]) != 0;
-}
+    // 0, 1, 2, ... in the lanes.
+    static Mask laneIndex()
+    {
+        Mask index;
+        for (int lane = 0; lane < Width; ++lane)
+            index[lane] = lane;
+        return index;
+    }
 
-// True when every lane of the mask is true.
-inline bool all(Mask condition)
-{
-    return !any(~condition);
-}
+    static Mask bitsOf(Float lanes)
+    {
+        Mask bits;
+        std::memcpy(&bits, &lanes, sizeof bits);
+        return bits;
+    }
 
-// True when every lane holds +0.0 or -0.0.
-inline bool allZero(Float lanes)
-{
-    return !any(bitsOf(lanes) & 0x7FFFFFFF);
-}
+    static Float fromBits(Mask bits)
+    {
+        Float lanes;
+        std::memcpy(&lanes, &bits, sizeof lanes);
+        return lanes;
+    }
 
-// The largest lane; lanes are assumed not to be NaN.
-inline float largest(Float lanes)
-{
-    float result = lanes[0];
-    for (int lane = 1; lane < width; ++lane)
-        result = lanes[lane] > result ? lanes[lane] : result;
-    return result;
-}
+    static Float select(Mask condition, Float whenTrue, Float whenFalse) { return condition ? whenTrue : whenFalse; }
+
+    static Float abs(Float lanes) { return fromBits(bitsOf(lanes) & 0x7FFFFFFF); }
+
+    // True in lanes that hold neither an infinity nor NaN.
+    static Mask isFinite(Float lanes) { return (bitsOf(lanes) & 0x7F800000) != 0x7F800000; }
+
+    static bool any(Mask condition)
+    {
+        std::uint64_t halves[Width / 2];
+        std::memcpy(halves, &condition, sizeof halves);
+        std::uint64_t merged = 0;
+        for (std::uint64_t half : halves)
+            merged |= half;
+        return merged != 0;
+    }
+
+    static bool all(Mask condition) { return !any(~condition); }
+
+    // True when every lane holds +0.0 or -0.0.
+    static bool allZero(Float lanes) { return !any(bitsOf(lanes) & 0x7FFFFFFF); }
+
+    // The largest lane; lanes are assumed not to be NaN.
+    static float largest(Float lanes)
+    {
+        float result = lanes[0];
+        for (int lane = 1; lane < Width; ++lane)
+            result = lanes[lane] > result ? lanes[lane] : result;
+        return result;
+    }
+};
 }

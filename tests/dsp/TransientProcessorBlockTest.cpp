@@ -1,8 +1,11 @@
-// The processor's block path against the plain per-sample path, on random input with fixed seeds:
-// the outputs and the whole state must agree bit for bit.
+// The processor's block paths against the plain per-sample path, on random input with fixed
+// seeds: the outputs and the whole state must agree bit for bit, for every block path this machine
+// runs and through the processor's own entry points.
 
 #include "ReferenceTransientPath.h"
 
+#include "dsp/DenormalGuard.h"
+#include "dsp/TransientBlockPaths.h"
 #include "dsp/TransientProcessor.h"
 
 #include <gtest/gtest.h>
@@ -82,7 +85,46 @@ std::vector<float> randomSignal(std::mt19937& random, int frames)
     return signal;
 }
 
-void compareOnRandomBlocks(int channels, bool accumulate, bool inPlace, unsigned seed)
+using BlockPath = void (*)(TransientProcessor&, const TransientBlockPaths::Buffers&, int, int, bool);
+
+// Runs one block through `path` (null: the processor's entry points) with the entry points' own
+// handling of empty blocks, bypass and the floating-point mode.
+void processWith(BlockPath path, TransientProcessor& p, const float* inLeft, const float* inRight, float* outLeft,
+                 float* outRight, int channels, int count, bool accumulate)
+{
+    if (path == nullptr)
+    {
+        if (channels == 2)
+            p.processStereo(inLeft, inRight, outLeft, outRight, count, accumulate);
+        else
+            p.processMono(inLeft, outLeft, count, accumulate);
+        return;
+    }
+    if (p.bypassed)
+    {
+        for (int i = 0; i < count; ++i)
+        {
+            outLeft[i] = inLeft[i];
+            if (channels == 2)
+                outRight[i] = inRight[i];
+        }
+        return;
+    }
+    const DenormalGuard guard;
+    path(p, {inLeft, channels == 2 ? inRight : nullptr, outLeft, channels == 2 ? outRight : nullptr}, channels, count,
+         accumulate);
+}
+
+// Every block path this machine runs, and the entry points.
+std::vector<BlockPath> blockPaths()
+{
+    std::vector<BlockPath> paths = {nullptr, &TransientBlockPaths::processPortable};
+    if (TransientBlockPaths::hasWide())
+        paths.push_back(&TransientBlockPaths::processWide);
+    return paths;
+}
+
+void compareOnRandomBlocks(BlockPath path, int channels, bool accumulate, bool inPlace, unsigned seed)
 {
     std::mt19937 random(seed);
     TransientProcessor fast;
@@ -111,17 +153,13 @@ void compareOnRandomBlocks(int channels, bool accumulate, bool inPlace, unsigned
         const float* fastInRight = inPlace ? fastRight.data() : right.data();
         const float* plainInLeft = inPlace ? plainLeft.data() : left.data();
         const float* plainInRight = inPlace ? plainRight.data() : right.data();
+        processWith(path, fast, fastInLeft, fastInRight, fastLeft.data(), fastRight.data(), channels, count,
+                    accumulate);
         if (channels == 2)
-        {
-            fast.processStereo(fastInLeft, fastInRight, fastLeft.data(), fastRight.data(), count, accumulate);
             referenceProcessStereo(plain, plainInLeft, plainInRight, plainLeft.data(), plainRight.data(), count,
                                    accumulate);
-        }
         else
-        {
-            fast.processMono(fastInLeft, fastLeft.data(), count, accumulate);
             referenceProcessMono(plain, plainInLeft, plainLeft.data(), count, accumulate);
-        }
         for (int i = 0; i < count; ++i)
         {
             ASSERT_TRUE(sameBits(fastLeft[i], plainLeft[i]))
@@ -140,24 +178,27 @@ void compareOnRandomBlocks(int channels, bool accumulate, bool inPlace, unsigned
 
 TEST(TransientProcessorBlock, StereoEqualsThePerSamplePath)
 {
-    for (unsigned seed : {1u, 2u, 3u})
-        compareOnRandomBlocks(2, false, false, seed);
+    for (BlockPath path : blockPaths())
+        for (unsigned seed : {1u, 2u, 3u})
+            compareOnRandomBlocks(path, 2, false, false, seed);
 }
 
 TEST(TransientProcessorBlock, StereoInPlaceAndAccumulatingEqualsThePerSamplePath)
 {
-    for (unsigned seed : {4u, 5u})
-    {
-        compareOnRandomBlocks(2, false, true, seed);
-        compareOnRandomBlocks(2, true, false, seed);
-        compareOnRandomBlocks(2, true, true, seed);
-    }
+    for (BlockPath path : blockPaths())
+        for (unsigned seed : {4u, 5u})
+        {
+            compareOnRandomBlocks(path, 2, false, true, seed);
+            compareOnRandomBlocks(path, 2, true, false, seed);
+            compareOnRandomBlocks(path, 2, true, true, seed);
+        }
 }
 
 TEST(TransientProcessorBlock, MonoEqualsThePerSamplePathInEveryMode)
 {
-    for (unsigned seed : {6u, 7u})
-        for (bool accumulate : {false, true})
-            for (bool inPlace : {false, true})
-                compareOnRandomBlocks(1, accumulate, inPlace, seed);
+    for (BlockPath path : blockPaths())
+        for (unsigned seed : {6u, 7u})
+            for (bool accumulate : {false, true})
+                for (bool inPlace : {false, true})
+                    compareOnRandomBlocks(path, 1, accumulate, inPlace, seed);
 }
