@@ -233,9 +233,8 @@ const uint32_t* String::toUTF32() const
 
 const char* String::getPointerAt(unsigned index) const
 {
-    if (isEmpty())
-        return emptyText();
-    return skipCharacters(internal->text, index);
+    // Always a position in getCString()'s buffer, so that callers may subtract the two.
+    return skipCharacters(getCString(), index);
 }
 
 void String::copyTo(char* destination) const

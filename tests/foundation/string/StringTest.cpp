@@ -50,6 +50,11 @@ TEST(String, ErasingEverythingLeavesALiveHandleOntoEmptyText)
     EXPECT_TRUE(isNullHandle(empty.substring(0, 1)));
     EXPECT_EQ(empty.indexOf(0, String("a")), -1);
     EXPECT_TRUE(isEmptyTextHandle(empty.withoutLastCharacter()));
+    EXPECT_EQ(empty.getPointerAt(2), empty.getCString());
+
+    String grown(empty);
+    grown.insert(0, String("xy"));
+    EXPECT_EQ(bytesOf(grown), "xy");
 }
 
 TEST(String, CopiesShareTheBufferAndChangesMakeNewOnes)
