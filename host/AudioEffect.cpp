@@ -10,26 +10,6 @@ constexpr float defaultSampleRate = 44100.0f;
 constexpr VstInt32 defaultBlockSize = 1024;
 constexpr VstInt32 defaultUniqueId = fourCharacterCode('N', 'o', 'E', 'f');
 constexpr VstInt32 defaultVersion = 1;
-
-// The 2.0 opcodes whose pointer argument the effect reads or writes: with a null pointer the
-// dispatcher answers 0 instead of passing it on.
-bool needsPointer(VstInt32 opcode)
-{
-    switch (opcode)
-    {
-    case effSetProgramName:
-    case effGetProgramName:
-    case effGetParamLabel:
-    case effGetParamDisplay:
-    case effGetParamName:
-    case effEditGetRect:
-    case effGetChunk:
-    case effSetChunk:
-        return true;
-    default:
-        return false;
-    }
-}
 }
 
 AudioEffect::AudioEffect(audioMasterCallback host, VstInt32 programCount, VstInt32 parameterCount)
@@ -62,6 +42,38 @@ AudioEffect::AudioEffect(audioMasterCallback host, VstInt32 programCount, VstInt
 AudioEffect::~AudioEffect()
 {
     delete editor;
+}
+
+bool AudioEffect::needsPointer(VstInt32 opcode)
+{
+    switch (opcode)
+    {
+    case effSetProgramName:
+    case effGetProgramName:
+    case effGetParamLabel:
+    case effGetParamDisplay:
+    case effGetParamName:
+    case effEditGetRect:
+    case effGetChunk:
+    case effSetChunk:
+    case effProcessEvents:
+    case effString2Parameter:
+    case effGetProgramNameIndexed:
+    case effGetInputProperties:
+    case effGetOutputProperties:
+    case effGetEffectName:
+    case effGetVendorString:
+    case effGetProductString:
+    case effCanDo:
+    case effGetParameterProperties:
+    case effGetSpeakerArrangement:
+    case effSetSpeakerArrangement:
+    case effBeginLoadBank:
+    case effBeginLoadProgram:
+        return true;
+    default:
+        return false;
+    }
 }
 
 VstIntPtr AudioEffect::dispatcher(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* pointer,

@@ -115,6 +115,9 @@ public:
     bool endEdit(VstInt32 index);
 
 protected:
+    // Whether `opcode` (of either level) reads or writes through its pointer argument: the
+    // dispatchers answer 0 to such an opcode with a null pointer instead of passing it on.
+    static bool needsPointer(VstInt32 opcode);
     // Calls the host callback with this effect; answers 0 when there is none.
     VstIntPtr callHost(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* pointer, float opt);
     void setFlag(VstInt32 flag, bool state);

@@ -4,32 +4,6 @@ namespace q1framework
 {
 namespace
 {
-// The 2.x opcodes whose pointer argument the effect reads or writes: with a null pointer the
-// dispatcher answers 0 instead of passing it on.
-bool needsPointer(VstInt32 opcode)
-{
-    switch (opcode)
-    {
-    case effProcessEvents:
-    case effString2Parameter:
-    case effGetProgramNameIndexed:
-    case effGetInputProperties:
-    case effGetOutputProperties:
-    case effGetEffectName:
-    case effGetVendorString:
-    case effGetProductString:
-    case effCanDo:
-    case effGetParameterProperties:
-    case effGetSpeakerArrangement:
-    case effSetSpeakerArrangement:
-    case effBeginLoadBank:
-    case effBeginLoadProgram:
-        return true;
-    default:
-        return false;
-    }
-}
-
 // The key of effEditKeyDown and effEditKeyUp: character in index, virtual key in value,
 // modifier bits in opt.
 VstKeyCode keyFromArguments(VstInt32 index, VstIntPtr value, float opt)
