@@ -60,12 +60,7 @@ MessagePump::~MessagePump()
 
     // Taken out first: cancelling takes each poster's lock, and posting takes the poster's lock
     // before this one.
-    Array<Message*> undelivered;
-    {
-        ScopedLock hold(queueLock);
-        undelivered = std::move(queue);
-    }
-    for (Message* message : undelivered)
+    for (Message* message : takeQueuedMessages())
     {
         if (MessagePoster* poster = message->getPoster())
             poster->cancelMessage(message);
@@ -107,15 +102,16 @@ void MessagePump::enqueueMessage(Message* message)
     queue.add(message);
 }
 
+Array<Message*> MessagePump::takeQueuedMessages()
+{
+    ScopedLock hold(queueLock);
+    return std::move(queue);
+}
+
 void MessagePump::deliverMessages()
 {
     // Taken whole, so that messages posted by a handler wait for the next pump.
-    Array<Message*> batch;
-    {
-        ScopedLock hold(queueLock);
-        batch = std::move(queue);
-    }
-    for (Message* message : batch)
+    for (Message* message : takeQueuedMessages())
     {
         // A cancelled message has no poster any more, and the queue is its only owner.
         if (MessagePoster* poster = message->getPoster())

@@ -70,6 +70,8 @@ private:
     // At unload: stops every timer that is still running and deletes the queued messages.
     ~MessagePump();
 
+    // Empties the queue into the array returned.
+    Array<Message*> takeQueuedMessages();
     void deliverMessages();
     void runAsyncDispatch();
     void fireDueTimers(double nowMs);

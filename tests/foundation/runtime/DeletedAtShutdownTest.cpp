@@ -1,8 +1,9 @@
 #include "foundation/runtime/DeletedAtShutdown.h"
 
+#include "LoggedCalls.h"
+
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -10,19 +11,11 @@ using q1framework::DeletedAtShutdown;
 
 namespace
 {
-struct Singleton : DeletedAtShutdown
+// Logs its name when it is deleted, then runs its action.
+struct Singleton : DeletedAtShutdown, LoggedCalls
 {
-    Singleton(std::string name, std::vector<std::string>* log) : name(std::move(name)), log(log) {}
-    ~Singleton() override
-    {
-        log->push_back(name);
-        if (onDestroyed)
-            onDestroyed();
-    }
-
-    std::string name;
-    std::vector<std::string>* log;
-    std::function<void()> onDestroyed;
+    using LoggedCalls::LoggedCalls;
+    ~Singleton() override { record(); }
 };
 
 class DeletedAtShutdownTest : public ::testing::Test
@@ -35,15 +28,22 @@ protected:
 };
 }  // namespace
 
-TEST_F(DeletedAtShutdownTest, DeletesNewestFirst)
+TEST_F(DeletedAtShutdownTest, DeletesNewestFirstWhatIsStillListed)
 {
-    new Singleton("first", &log);
+    auto* first = new Singleton("first", &log);
     new Singleton("second", &log);
     new Singleton("third", &log);
-    EXPECT_EQ(DeletedAtShutdown::getCount(), 3);
+    {
+        Singleton onTheStack("on the stack", &log);
+        EXPECT_EQ(DeletedAtShutdown::getCount(), 4);
+    }
+    new Singleton("fourth", &log);
+    delete first;
+    EXPECT_EQ(DeletedAtShutdown::getCount(), 3) << "deleted objects leave the list";
 
+    log.clear();
     DeletedAtShutdown::deleteAll();
-    EXPECT_EQ(log, (std::vector<std::string>{"third", "second", "first"}));
+    EXPECT_EQ(log, (std::vector<std::string>{"fourth", "third", "second"}));
     EXPECT_EQ(DeletedAtShutdown::getCount(), 0);
     DeletedAtShutdown::deleteAll();
     EXPECT_EQ(log.size(), 3u) << "nothing is deleted twice";
@@ -53,9 +53,9 @@ TEST_F(DeletedAtShutdownTest, ObjectsMadeByADestructorAreDeletedToo)
 {
     new Singleton("oldest", &log);
     auto* maker = new Singleton("maker", &log);
-    maker->onDestroyed = [this] {
+    maker->action = [this] {
         auto* made = new Singleton("made", &log);
-        made->onDestroyed = [this] { new Singleton("made by made", &log); };
+        made->action = [this] { new Singleton("made by made", &log); };
     };
 
     DeletedAtShutdown::deleteAll();
@@ -70,28 +70,11 @@ TEST_F(DeletedAtShutdownTest, ObjectsDeletedByADestructorAreSkipped)
     new Singleton("third", &log);
     // The newest deletes both older ones: the loop must not reach them again.
     auto* newest = new Singleton("newest", &log);
-    newest->onDestroyed = [first, second] {
+    newest->action = [first, second] {
         delete second;
         delete first;
     };
 
     DeletedAtShutdown::deleteAll();
     EXPECT_EQ(log, (std::vector<std::string>{"newest", "second", "first", "third"}));
-}
-
-TEST_F(DeletedAtShutdownTest, DeletingAnObjectYourselfUnlistsIt)
-{
-    auto* first = new Singleton("first", &log);
-    auto* second = new Singleton("second", &log);
-    delete first;
-    EXPECT_EQ(DeletedAtShutdown::getCount(), 1);
-    {
-        Singleton onTheStack("on the stack", &log);
-        EXPECT_EQ(DeletedAtShutdown::getCount(), 2);
-    }
-    EXPECT_EQ(DeletedAtShutdown::getCount(), 1);
-
-    DeletedAtShutdown::deleteAll();
-    EXPECT_EQ(log, (std::vector<std::string>{"first", "on the stack", "second"}));
-    (void)second;
 }

@@ -17,55 +17,13 @@ using Hook = q1framework::FrameworkInitialiser::Hook;
 namespace
 {
 std::vector<std::string> steps;
+bool fontLibraryAlive = false;
 
-// Stands for what the later layers own: a font library and a default look-and-feel held in
-// global pointers, and a singleton made on demand that goes with DeletedAtShutdown.
-struct FontLibrary
-{
-};
-struct LookAndFeel
-{
-};
-FontLibrary* fontLibrary = nullptr;
-LookAndFeel* defaultLookAndFeel = nullptr;
-LookAndFeel* selectedLookAndFeel = nullptr;
-
+// A singleton of a later layer, made on demand and deleted with DeletedAtShutdown.
 struct GlyphCache : DeletedAtShutdown
 {
-    ~GlyphCache() override
-    {
-        steps.push_back(fontLibrary != nullptr ? "glyph cache deleted" : "glyph cache outlived its library");
-    }
+    ~GlyphCache() override { steps.push_back(fontLibraryAlive ? "glyph cache" : "glyph cache without library"); }
 };
-
-void installHooks()
-{
-    FrameworkInitialiser::setHook(Hook::platformSetUp, [] { steps.push_back("platform"); });
-    FrameworkInitialiser::setHook(Hook::createFontLibrary, [] {
-        steps.push_back("create fonts");
-        fontLibrary = new FontLibrary;
-    });
-    FrameworkInitialiser::setHook(Hook::createDefaultLookAndFeel, [] {
-        steps.push_back("create look");
-        defaultLookAndFeel = new LookAndFeel;
-        selectedLookAndFeel = defaultLookAndFeel;
-    });
-    FrameworkInitialiser::setHook(Hook::clearDefaultLookAndFeelSelection, [] {
-        steps.push_back("deselect look");
-        selectedLookAndFeel = nullptr;
-    });
-    FrameworkInitialiser::setHook(Hook::destroyDefaultLookAndFeel, [] {
-        steps.push_back(selectedLookAndFeel == nullptr ? "destroy look" : "destroy selected look");
-        delete defaultLookAndFeel;
-        defaultLookAndFeel = nullptr;
-    });
-    FrameworkInitialiser::setHook(Hook::destroyFontLibrary, [] {
-        steps.push_back("destroy fonts");
-        delete fontLibrary;
-        fontLibrary = nullptr;
-    });
-    FrameworkInitialiser::setHook(Hook::releaseComponentStatics, [] { steps.push_back("release components"); });
-}
 
 class FrameworkInitialiserTest : public ::testing::Test
 {
@@ -75,48 +33,53 @@ protected:
         DeletedAtShutdown::deleteAll();
         steps.clear();
     }
+
     void TearDown() override
     {
         for (int hook = 0; hook < static_cast<int>(Hook::count); ++hook)
             FrameworkInitialiser::setHook(static_cast<Hook>(hook), nullptr);
     }
+
+    static void installAllHooks()
+    {
+        FrameworkInitialiser::setHook(Hook::platformSetUp, [] { steps.push_back("platform"); });
+        FrameworkInitialiser::setHook(Hook::createFontLibrary, [] {
+            steps.push_back("create fonts");
+            fontLibraryAlive = true;
+        });
+        FrameworkInitialiser::setHook(Hook::createDefaultLookAndFeel, [] { steps.push_back("create look"); });
+        FrameworkInitialiser::setHook(Hook::clearDefaultLookAndFeelSelection, [] { steps.push_back("deselect"); });
+        FrameworkInitialiser::setHook(Hook::destroyDefaultLookAndFeel, [] { steps.push_back("destroy look"); });
+        FrameworkInitialiser::setHook(Hook::destroyFontLibrary, [] {
+            steps.push_back("destroy fonts");
+            fontLibraryAlive = false;
+        });
+        FrameworkInitialiser::setHook(Hook::releaseComponentStatics, [] { steps.push_back("components"); });
+    }
 };
 }  // namespace
 
-TEST_F(FrameworkInitialiserTest, BringsUpAndTakesDownInOrder)
+TEST_F(FrameworkInitialiserTest, BringsUpAndTakesDownInOrderAndAgain)
 {
-    installHooks();
-    auto framework = std::make_unique<FrameworkInitialiser>();
-    EXPECT_EQ(steps, (std::vector<std::string>{"platform", "create fonts", "create look"}));
-    ASSERT_NE(fontLibrary, nullptr);
-    new GlyphCache;
+    installAllHooks();
+    const std::vector<std::string> bringUp{"platform", "create fonts", "create look"};
+    const std::vector<std::string> takeDown{"deselect", "glyph cache", "destroy look", "destroy fonts",
+                                            "components"};
+    for (int round = 0; round < 2; ++round)
+    {
+        SCOPED_TRACE(round == 0 ? "first bring-up" : "bring-up after take-down");
+        steps.clear();
+        auto framework = std::make_unique<FrameworkInitialiser>();
+        EXPECT_EQ(steps, bringUp);
+        new GlyphCache;
+        q1framework::HiResCounterHandler::getInstance();
+        EXPECT_EQ(DeletedAtShutdown::getCount(), 2);
 
-    steps.clear();
-    framework.reset();
-    EXPECT_EQ(steps, (std::vector<std::string>{"deselect look", "glyph cache deleted", "destroy look",
-                                               "destroy fonts", "release components"}));
-    EXPECT_EQ(fontLibrary, nullptr);
-    EXPECT_EQ(defaultLookAndFeel, nullptr);
-    EXPECT_EQ(DeletedAtShutdown::getCount(), 0);
-}
-
-TEST_F(FrameworkInitialiserTest, SecondBringUpAfterTakeDownBuildsEverythingAgain)
-{
-    installHooks();
-    auto framework = std::make_unique<FrameworkInitialiser>();
-    q1framework::HiResCounterHandler::getInstance();
-    framework.reset();
-    EXPECT_EQ(DeletedAtShutdown::getCount(), 0) << "the clock went with the take-down";
-
-    steps.clear();
-    framework = std::make_unique<FrameworkInitialiser>();
-    EXPECT_EQ(steps, (std::vector<std::string>{"platform", "create fonts", "create look"}));
-    EXPECT_NE(fontLibrary, nullptr);
-    EXPECT_EQ(selectedLookAndFeel, defaultLookAndFeel);
-    q1framework::HiResCounterHandler::getMillisecondCounterHiRes();
-    EXPECT_EQ(DeletedAtShutdown::getCount(), 1) << "and is made again on first use";
-    framework.reset();
-    EXPECT_EQ(fontLibrary, nullptr);
+        steps.clear();
+        framework.reset();
+        EXPECT_EQ(steps, takeDown);
+        EXPECT_EQ(DeletedAtShutdown::getCount(), 0) << "the clock went too";
+    }
 }
 
 TEST_F(FrameworkInitialiserTest, MissingHooksAreSkipped)
@@ -128,7 +91,7 @@ TEST_F(FrameworkInitialiserTest, MissingHooksAreSkipped)
         FrameworkInitialiser framework;
         new GlyphCache;
     }
-    EXPECT_EQ(steps, (std::vector<std::string>{"glyph cache outlived its library", "destroy fonts"}));
+    EXPECT_EQ(steps, (std::vector<std::string>{"glyph cache without library", "destroy fonts"}));
 }
 
 namespace
@@ -152,6 +115,6 @@ TEST_F(FrameworkInitialiserTest, ThreadedBringUpMakesItsThreadTheMainThread)
     thread.stopThread();
     EXPECT_TRUE(thread.mainThreadAfterBringUp);
     EXPECT_FALSE(q1framework::Thread::isMainThread());
-    q1framework::FrameworkInitialiser framework;
+    FrameworkInitialiser framework;
     EXPECT_TRUE(q1framework::Thread::isMainThread());
 }

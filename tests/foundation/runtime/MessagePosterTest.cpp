@@ -12,16 +12,15 @@
 
 using q1framework::Message;
 using q1framework::MessagePoster;
-using q1framework::MessagePump;
 
 namespace
 {
 void pump()
 {
-    MessagePump::getInstance()->pump();
+    q1framework::MessagePump::getInstance()->pump();
 }
 
-// Counts its own deletions per payload, so that a message deleted twice or never shows.
+// Counts its deletions by payload, so that a message deleted twice, or never, shows.
 struct CountedMessage : Message
 {
     CountedMessage(int64_t payload, std::vector<std::atomic<int>>* deletions) : Message(payload), deletions(deletions) {}
@@ -32,7 +31,6 @@ struct CountedMessage : Message
 struct RecordingPoster : MessagePoster
 {
     RecordingPoster() : MessagePoster(this) {}
-
     void handleMessage(Message* message) override
     {
         EXPECT_EQ(message->getPoster(), nullptr) << "a message being delivered is no longer pending";
@@ -40,7 +38,6 @@ struct RecordingPoster : MessagePoster
         if (action)
             action(message);
     }
-
     std::vector<int64_t> handled;
     std::function<void(Message*)> action;
 };
@@ -60,17 +57,15 @@ struct SelfDeletingPoster : MessagePoster
 class MessagePosterTest : public ::testing::Test
 {
 protected:
-    MessagePosterTest() : deletions(64) {}
-
     Message* make(int64_t payload) { return new CountedMessage(payload, &deletions); }
 
     void expectEachDeletedOnce(int count)
     {
         for (int payload = 0; payload < count; ++payload)
-            EXPECT_EQ(deletions[static_cast<size_t>(payload)].load(), 1) << "message " << payload;
+            ASSERT_EQ(deletions[static_cast<size_t>(payload)].load(), 1) << "message " << payload;
     }
 
-    std::vector<std::atomic<int>> deletions;
+    std::vector<std::atomic<int>> deletions = std::vector<std::atomic<int>>(8000);
 };
 }  // namespace
 
@@ -78,10 +73,12 @@ TEST_F(MessagePosterTest, MessagesArriveAtTheNextPumpInPostingOrder)
 {
     RecordingPoster first, second;
     EXPECT_EQ(first.getOwner(), &first);
-    first.postMessage(make(0));
+    Message* cancelledByStranger = make(0);
+    first.postMessage(cancelledByStranger);
     second.postMessage(make(1));
     first.postMessage(make(2));
     first.postMessage(nullptr);
+    second.cancelMessage(cancelledByStranger);   // not pending there: nothing happens
     EXPECT_EQ(first.getPendingCount(), 2);
     EXPECT_TRUE(first.handled.empty());
 
@@ -94,49 +91,26 @@ TEST_F(MessagePosterTest, MessagesArriveAtTheNextPumpInPostingOrder)
 
 TEST_F(MessagePosterTest, CancelledMessagesAreDeletedByThePumpUnhandled)
 {
-    RecordingPoster poster;
-    Message* kept = make(0);
+    auto poster = std::make_unique<RecordingPoster>();
     Message* cancelled = make(1);
-    poster.postMessage(kept);
-    poster.postMessage(cancelled);
-    poster.postMessage(make(2));
-    poster.cancelMessage(cancelled);
+    poster->postMessage(make(0));
+    poster->postMessage(cancelled);
+    poster->postMessage(make(2));
+    poster->cancelMessage(cancelled);
     EXPECT_EQ(cancelled->getPoster(), nullptr);
-    EXPECT_EQ(kept->getPoster(), &poster);
     EXPECT_EQ(deletions[1].load(), 0) << "the pump's queue still owns it";
     pump();
-    EXPECT_EQ(poster.handled, (std::vector<int64_t>{0, 2}));
+    EXPECT_EQ(poster->handled, (std::vector<int64_t>{0, 2}));
 
-    poster.postMessage(make(3));
-    poster.postMessage(make(4));
-    poster.cancelAll();
-    EXPECT_EQ(poster.getPendingCount(), 0);
+    poster->postMessage(make(3));
+    poster->postMessage(make(4));
+    poster->cancelAll();
+    EXPECT_EQ(poster->getPendingCount(), 0);
     pump();
-    EXPECT_EQ(poster.handled.size(), 2u);
-    expectEachDeletedOnce(5);
-}
-
-TEST_F(MessagePosterTest, CancellingAnotherPostersMessageDoesNothing)
-{
-    RecordingPoster owner, stranger;
-    Message* message = make(0);
-    owner.postMessage(message);
-    stranger.cancelMessage(message);
-    EXPECT_EQ(message->getPoster(), &owner);
+    poster->postMessage(make(5));
+    poster.reset();   // cancels what is pending, like cancelAll
     pump();
-    EXPECT_EQ(owner.handled, std::vector<int64_t>{0});
-    expectEachDeletedOnce(1);
-}
-
-TEST_F(MessagePosterTest, PosterDestroyedBeforeThePumpLeavesItsMessagesToBeDeleted)
-{
-    auto poster = std::make_unique<RecordingPoster>();
-    poster->postMessage(make(0));
-    poster->postMessage(make(1));
-    poster.reset();
-    EXPECT_EQ(deletions[0].load(), 0);
-    pump();
-    expectEachDeletedOnce(2);
+    expectEachDeletedOnce(6);
 }
 
 TEST_F(MessagePosterTest, HandlerMayPostCancelOrDeleteItsPoster)
@@ -171,7 +145,7 @@ namespace
 {
 constexpr int producerCount = 3;
 constexpr int messagesPerProducer = 2000;
-constexpr int replyBase = producerCount * messagesPerProducer;
+constexpr int producedCount = producerCount * messagesPerProducer;
 
 // Posts its share of numbered messages from its own thread, as fast as it can.
 struct Producer : q1framework::Thread
@@ -181,99 +155,77 @@ struct Producer : q1framework::Thread
     {
     }
     ~Producer() override { stopThread(); }
-
     void run() override
     {
         for (int i = 0; i < messagesPerProducer; ++i)
             poster.postMessage(new CountedMessage(index * messagesPerProducer + i, &deletions));
     }
-
     MessagePoster& poster;
     const int index;
     std::vector<std::atomic<int>>& deletions;
 };
-}  // namespace
 
-TEST(MessagePosterThreads, ThreadedPostsFromOtherThreadsArriveInOrderExactlyOnce)
+// Starts the producers, then pumps on this thread, calling beforePump first each time, until
+// they are done and everything posted has been delivered or dropped.
+void produceWhilePumping(MessagePoster& poster, std::vector<std::atomic<int>>& deletions,
+                         const std::function<void(int round)>& beforePump)
 {
-    // Payloads: 0 .. replyBase-1 from the producers; replyBase + k for the handler's own replies.
-    std::vector<std::atomic<int>> deletions(replyBase + replyBase / 10 + 1);
-    RecordingPoster poster;
-    int replies = 0;
-    poster.action = [&](Message* message) {
-        // Every tenth message is answered by a post from the handler, as a click handler would.
-        if (message->getPayload() < replyBase && message->getPayload() % 10 == 0)
-            poster.postMessage(new CountedMessage(replyBase + replies++, &deletions));
-    };
-
     std::vector<std::unique_ptr<Producer>> producers;
     for (int index = 0; index < producerCount; ++index)
         producers.push_back(std::make_unique<Producer>(poster, index, deletions));
     for (auto& producer : producers)
         producer->startThread(q1framework::Thread::defaultPriority);
-
-    const auto running = [&] {
-        for (auto& producer : producers)
-            if (producer->isThreadRunning())
-                return true;
-        return false;
-    };
-    while (running())
-        pump();
-    producers.clear();
-    pump();
-    pump();
-
-    EXPECT_EQ(poster.getPendingCount(), 0);
-    std::vector<int64_t> lastSeen(producerCount, -1);
-    int fromProducers = 0;
-    for (int64_t payload : poster.handled)
+    for (int round = 0;; ++round)
     {
-        if (payload >= replyBase)
-            continue;
-        ++fromProducers;
-        const int64_t producer = payload / messagesPerProducer;
-        EXPECT_GT(payload, lastSeen[static_cast<size_t>(producer)]) << "producer " << producer << " out of order";
-        lastSeen[static_cast<size_t>(producer)] = payload;
-    }
-    EXPECT_EQ(fromProducers, replyBase);
-    EXPECT_EQ(replies, replyBase / 10);
-    EXPECT_EQ(static_cast<int>(poster.handled.size()), replyBase + replies);
-    for (int payload = 0; payload < replyBase + replies; ++payload)
-        ASSERT_EQ(deletions[static_cast<size_t>(payload)].load(), 1) << "message " << payload;
-}
-
-TEST(MessagePosterThreads, ThreadedCancellingWhilePostingDeletesEveryMessageOnce)
-{
-    std::vector<std::atomic<int>> deletions(replyBase);
-    RecordingPoster poster;
-    std::vector<std::unique_ptr<Producer>> producers;
-    for (int index = 0; index < producerCount; ++index)
-        producers.push_back(std::make_unique<Producer>(poster, index, deletions));
-    for (auto& producer : producers)
-        producer->startThread(q1framework::Thread::defaultPriority);
-
-    // The main thread alternates cancelling what is pending with delivering what is left.
-    int rounds = 0;
-    for (bool anyRunning = true; anyRunning; ++rounds)
-    {
-        anyRunning = false;
+        bool anyRunning = false;
         for (auto& producer : producers)
             anyRunning = anyRunning || producer->isThreadRunning();
-        if (rounds % 2 == 0)
-            poster.cancelAll();
+        beforePump(round);
         pump();
+        if (!anyRunning)
+            break;
     }
-    producers.clear();
-    pump();
+    pump();   // replies posted by the last handlers
+}
 
+void expectOrderPerProducer(const std::vector<int64_t>& handled)
+{
     std::vector<int64_t> lastSeen(producerCount, -1);
-    for (int64_t payload : poster.handled)
+    for (int64_t payload : handled)
     {
-        const int64_t producer = payload / messagesPerProducer;
-        EXPECT_GT(payload, lastSeen[static_cast<size_t>(producer)]);
-        lastSeen[static_cast<size_t>(producer)] = payload;
+        if (payload >= producedCount)
+            continue;
+        const size_t producer = static_cast<size_t>(payload / messagesPerProducer);
+        ASSERT_GT(payload, lastSeen[producer]) << "producer " << producer << " out of order";
+        lastSeen[producer] = payload;
     }
-    for (int payload = 0; payload < replyBase; ++payload)
-        ASSERT_EQ(deletions[static_cast<size_t>(payload)].load(), 1) << "message " << payload;
+}
+}  // namespace
+
+TEST_F(MessagePosterTest, ThreadedPostsFromOtherThreadsArriveInOrderExactlyOnce)
+{
+    RecordingPoster poster;
+    int replies = 0;
+    // Every tenth message is answered by a post from the handler, as a click handler might.
+    poster.action = [&](Message* message) {
+        if (message->getPayload() < producedCount && message->getPayload() % 10 == 0)
+            poster.postMessage(make(producedCount + replies++));
+    };
+    produceWhilePumping(poster, deletions, [](int) {});
+
+    EXPECT_EQ(replies, producedCount / 10);
+    EXPECT_EQ(poster.handled.size(), static_cast<size_t>(producedCount + replies));
+    expectOrderPerProducer(poster.handled);
+    expectEachDeletedOnce(producedCount + replies);
+}
+
+TEST_F(MessagePosterTest, ThreadedCancellingWhilePostingDeletesEveryMessageOnce)
+{
+    RecordingPoster poster;
+    produceWhilePumping(poster, deletions, [&](int round) {
+        if (round % 2 == 0)
+            poster.cancelAll();
+    });
+    expectOrderPerProducer(poster.handled);
+    expectEachDeletedOnce(producedCount);
 }

@@ -1,4 +1,5 @@
 #include "foundation/runtime/Mutex.h"
+#include "foundation/runtime/ScopedLock.h"
 #include "foundation/runtime/Thread.h"
 
 #include <gtest/gtest.h>
@@ -7,6 +8,7 @@
 #include <thread>
 
 using q1framework::Mutex;
+using q1framework::ScopedLock;
 
 TEST(Mutex, ThreadedRecursiveLockIsHeldUntilTheLastUnlock)
 {
@@ -16,9 +18,8 @@ TEST(Mutex, ThreadedRecursiveLockIsHeldUntilTheLastUnlock)
 
     std::atomic<bool> acquired{false};
     std::thread other([&] {
-        mutex.lock();
+        ScopedLock hold(mutex);
         acquired = true;
-        mutex.unlock();
     });
     q1framework::Thread::sleep(20);
     EXPECT_FALSE(acquired) << "another thread got in while the lock was held twice";
@@ -30,7 +31,7 @@ TEST(Mutex, ThreadedRecursiveLockIsHeldUntilTheLastUnlock)
     EXPECT_TRUE(acquired);
 }
 
-TEST(Mutex, ThreadedLockKeepsIncrementsWhole)
+TEST(Mutex, ThreadedScopedLocksKeepIncrementsWhole)
 {
     Mutex mutex;
     long counter = 0;   // deliberately plain: only the lock protects it
@@ -39,11 +40,9 @@ TEST(Mutex, ThreadedLockKeepsIncrementsWhole)
         thread = std::thread([&] {
             for (int i = 0; i < 50000; ++i)
             {
-                mutex.lock();
-                mutex.lock();
+                ScopedLock outer(mutex);
+                ScopedLock inner(mutex);
                 ++counter;
-                mutex.unlock();
-                mutex.unlock();
             }
         });
     for (std::thread& thread : threads)

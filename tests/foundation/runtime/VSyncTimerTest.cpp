@@ -2,9 +2,10 @@
 #include "foundation/runtime/MessagePump.h"
 #include "foundation/runtime/VSyncTimer.h"
 
+#include "LoggedCalls.h"
+
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -14,18 +15,10 @@ using q1framework::VSyncTimer;
 
 namespace
 {
-struct Window : VSyncTimer::Listener
+struct Window : VSyncTimer::Listener, LoggedCalls
 {
-    Window(std::string name, std::vector<std::string>* frames) : name(std::move(name)), frames(frames) {}
-    void vsyncTick() override
-    {
-        frames->push_back(name);
-        if (action)
-            action();
-    }
-    std::string name;
-    std::vector<std::string>* frames;
-    std::function<void()> action;
+    using LoggedCalls::LoggedCalls;
+    void vsyncTick() override { record(); }
 };
 
 class VSyncTimerTest : public ::testing::Test
