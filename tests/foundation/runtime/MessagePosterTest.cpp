@@ -23,7 +23,10 @@ void pump()
 // Counts its deletions by payload, so that a message deleted twice, or never, shows.
 struct CountedMessage : Message
 {
-    CountedMessage(int64_t payload, std::vector<std::atomic<int>>* deletions) : Message(payload), deletions(deletions) {}
+    CountedMessage(int64_t payload, std::vector<std::atomic<int>>* deletions)
+        : Message(payload), deletions(deletions)
+    {
+    }
     ~CountedMessage() override { (*deletions)[static_cast<size_t>(getPayload())].fetch_add(1); }
     std::vector<std::atomic<int>>* deletions;
 };
