@@ -28,22 +28,14 @@ Integer readLittleEndian(Stream& stream)
     return value;
 }
 
-template <typename Integer, typename Floating>
-Integer bitsOf(Floating value)
+// The same bits in another type of the same width, for floating-point values on the wire.
+template <typename To, typename From>
+To sameBits(From value)
 {
-    static_assert(sizeof(Integer) == sizeof(Floating), "same width");
-    Integer bits;
-    std::memcpy(&bits, &value, sizeof bits);
-    return bits;
-}
-
-template <typename Floating, typename Integer>
-Floating fromBits(Integer bits)
-{
-    static_assert(sizeof(Integer) == sizeof(Floating), "same width");
-    Floating value;
-    std::memcpy(&value, &bits, sizeof value);
-    return value;
+    static_assert(sizeof(To) == sizeof(From), "same width");
+    To result;
+    std::memcpy(&result, &value, sizeof result);
+    return result;
 }
 }
 
@@ -97,12 +89,12 @@ void Stream::writeInt64(int64_t value)
 
 void Stream::writeFloat(float value)
 {
-    writeLittleEndian(*this, bitsOf<uint32_t>(value));
+    writeLittleEndian(*this, sameBits<uint32_t>(value));
 }
 
 void Stream::writeDouble(double value)
 {
-    writeLittleEndian(*this, bitsOf<uint64_t>(value));
+    writeLittleEndian(*this, sameBits<uint64_t>(value));
 }
 
 void Stream::writeString(const String& text)
@@ -141,12 +133,12 @@ int64_t Stream::readInt64()
 
 float Stream::readFloat()
 {
-    return fromBits<float>(readLittleEndian<uint32_t>(*this));
+    return sameBits<float>(readLittleEndian<uint32_t>(*this));
 }
 
 double Stream::readDouble()
 {
-    return fromBits<double>(readLittleEndian<uint64_t>(*this));
+    return sameBits<double>(readLittleEndian<uint64_t>(*this));
 }
 
 String Stream::readString()

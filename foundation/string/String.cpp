@@ -43,6 +43,22 @@ size_t measureUnits(const Unit* units)
     return count;
 }
 
+// Refills a scratch area with the decoded characters of text, each truncated to the unit, and a
+// zero unit. Null when the area cannot grow; it is then left as it was.
+template <typename Unit>
+const Unit* decodeInto(Unit*& scratch, const char* text, unsigned characters)
+{
+    const unsigned units = characters + 1;
+    auto* buffer = static_cast<Unit*>(std::realloc(scratch, sizeof(Unit) * units));
+    if (buffer == nullptr)
+        return nullptr;
+    scratch = buffer;
+    Utf8Cursor cursor(text);
+    for (unsigned i = 0; i < units; ++i)
+        buffer[i] = static_cast<Unit>(cursor.next());
+    return buffer;
+}
+
 // Runs an encoder over a zero-terminated source, terminator included, into a buffer of
 // bytesPerUnit bytes per unit, then shrinks the buffer to the text. Null for empty source.
 template <typename Unit, typename Encoder>
@@ -205,30 +221,15 @@ const uint16_t* String::toUTF16() const
 {
     if (internal == nullptr)
         return emptyArea;
-    const unsigned units = getCharactersCount() + 1;
-    auto* buffer = static_cast<uint16_t*>(std::realloc(internal->utf16, sizeof(uint16_t) * units));
-    if (buffer == nullptr)
-        return emptyArea;
-    internal->utf16 = buffer;
-    Utf8Cursor cursor(internal->text);
-    for (unsigned i = 0; i < units; ++i)
-        buffer[i] = static_cast<uint16_t>(cursor.next());
-    return buffer;
+    const uint16_t* units = decodeInto(internal->utf16, internal->text, getCharactersCount());
+    return units != nullptr ? units : emptyArea;
 }
 
 const uint32_t* String::toUTF32() const
 {
     if (internal == nullptr)
         return nullptr;
-    const unsigned units = getCharactersCount() + 1;
-    auto* buffer = static_cast<uint32_t*>(std::realloc(internal->utf32, sizeof(uint32_t) * units));
-    if (buffer == nullptr)
-        return nullptr;
-    internal->utf32 = buffer;
-    Utf8Cursor cursor(internal->text);
-    for (unsigned i = 0; i < units; ++i)
-        buffer[i] = cursor.next();
-    return buffer;
+    return decodeInto(internal->utf32, internal->text, getCharactersCount());
 }
 
 const char* String::getPointerAt(unsigned index) const
