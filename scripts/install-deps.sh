@@ -11,6 +11,8 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   # audio files for the tools
   libsndfile1-dev
+  # picture decoding for the media library
+  libpng-dev libjpeg62-turbo-dev
   # fuzzing: clang with libFuzzer and the sanitizer runtimes
   clang-14 libclang-rt-14-dev
 )
