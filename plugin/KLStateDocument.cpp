@@ -1,0 +1,149 @@
+#include "plugin/KLStateDocument.h"
+
+#include "plugin/ScopedClassicLocale.h"
+
+#include <tinyxml.h>
+
+using q1framework::String;
+
+namespace
+{
+constexpr char rootName[] = "KELVANE";
+constexpr char programName[] = "Program";
+constexpr char nameAttribute[] = "name";
+constexpr char uiWidthAttribute[] = "uiWidth";
+constexpr char uiHeightAttribute[] = "uiHeight";
+constexpr char uiWidthNewAttribute[] = "uiWidthNew";
+constexpr char uiHeightNewAttribute[] = "uiHeightNew";
+constexpr char currentProgramAttribute[] = "currentProgram";
+// A host's editor rectangle holds 16-bit signed coordinates.
+constexpr int largestEditorSize = 32767;
+
+TiXmlElement* newProgramElement(const String& name, const float values[KLParameters::count])
+{
+    TiXmlElement* program = new TiXmlElement(programName);
+    program->SetAttribute(nameAttribute, name.getCString());
+    for (int index = 0; index < KLParameters::count; ++index)
+        program->SetAttribute(KLParameters::getStateAttribute(index), String(values[index], -1).getCString());
+    return program;
+}
+
+String printed(TiXmlDocument& document)
+{
+    TiXmlPrinter printer;
+    printer.SetIndent("    ");
+    printer.SetLineBreak("\n");
+    document.Accept(&printer);
+    return String(printer.CStr());
+}
+
+std::optional<int> integerAttribute(const TiXmlElement& element, const char* name)
+{
+    int value = 0;
+    if (element.QueryIntAttribute(name, &value) != TIXML_SUCCESS)
+        return std::nullopt;
+    return value;
+}
+
+std::optional<int> editorSizeAttribute(const TiXmlElement& element, const char* name)
+{
+    const std::optional<int> size = integerAttribute(element, name);
+    if (size && (*size < 1 || *size > largestEditorSize))
+        return std::nullopt;
+    return size;
+}
+
+KLStateDocument::ProgramReading readProgram(const TiXmlElement* element)
+{
+    KLStateDocument::ProgramReading reading;
+    if (element == nullptr)
+        return reading;
+    reading.present = true;
+    reading.name = element->Attribute(nameAttribute);
+    for (int index = 0; index < KLParameters::count; ++index)
+    {
+        double value = 0.0;
+        // Our writer and every host keep values in 0..1; a value outside it (or NaN) could only
+        // come from a damaged chunk and would drive the gain or the drive to infinity.
+        if (element->QueryDoubleAttribute(KLParameters::getStateAttribute(index), &value) == TIXML_SUCCESS
+            && value >= 0.0 && value <= 1.0)
+            reading.values[index] = static_cast<float>(value);
+    }
+    return reading;
+}
+
+// Parses `text` into `document` unless it has too much markup to be one of ours; false then.
+bool parsed(TiXmlDocument& document, const String& text)
+{
+    if (!KLStateDocument::hasAtMostMarkup(text.getCString(), KLStateDocument::maximumMarkup))
+        return false;
+    document.Parse(text.getCString(), nullptr, TIXML_ENCODING_UTF8);
+    return true;
+}
+}  // namespace
+
+String KLStateDocument::print(const Contents& contents)
+{
+    const q1framework::ScopedClassicLocale classicLocale;
+    TiXmlDocument document;
+    TiXmlElement* root = new TiXmlElement(rootName);
+    root->SetAttribute(uiWidthAttribute, contents.uiWidth);
+    root->SetAttribute(uiHeightAttribute, contents.uiHeight);
+    root->SetAttribute(uiWidthNewAttribute, contents.uiWidthNew);
+    root->SetAttribute(uiHeightNewAttribute, contents.uiHeightNew);
+    // There is one program, so the current one is always the first.
+    root->SetAttribute(currentProgramAttribute, 0);
+    root->LinkEndChild(newProgramElement(contents.programName, contents.values));
+    document.LinkEndChild(root);
+    return printed(document);
+}
+
+String KLStateDocument::printProgram(const String& name, const float values[KLParameters::count])
+{
+    const q1framework::ScopedClassicLocale classicLocale;
+    TiXmlDocument document;
+    TiXmlElement* root = new TiXmlElement(rootName);
+    root->LinkEndChild(newProgramElement(name, values));
+    document.LinkEndChild(root);
+    return printed(document);
+}
+
+KLStateDocument::Reading KLStateDocument::parse(const String& text)
+{
+    const q1framework::ScopedClassicLocale classicLocale;
+    Reading reading;
+    TiXmlDocument document;
+    if (!parsed(document, text))
+        return reading;
+    // A document that breaks off still gives the elements and attributes read before the break.
+    const TiXmlElement* root = document.FirstChildElement();
+    if (root == nullptr || root->ValueStr() != rootName)
+        return reading;
+    reading.isKelvane = true;
+    reading.uiWidth = integerAttribute(*root, uiWidthAttribute);
+    reading.uiHeight = integerAttribute(*root, uiHeightAttribute);
+    reading.uiWidthNew = editorSizeAttribute(*root, uiWidthNewAttribute);
+    reading.uiHeightNew = editorSizeAttribute(*root, uiHeightNewAttribute);
+    reading.currentProgram = integerAttribute(*root, currentProgramAttribute);
+    reading.program = readProgram(root->FirstChildElement());
+    return reading;
+}
+
+KLStateDocument::ProgramReading KLStateDocument::parseProgram(const String& text)
+{
+    const q1framework::ScopedClassicLocale classicLocale;
+    TiXmlDocument document;
+    if (!parsed(document, text))
+        return ProgramReading();
+    const TiXmlElement* root = document.FirstChildElement();
+    return readProgram(root != nullptr ? root->FirstChildElement() : nullptr);
+}
+
+bool KLStateDocument::hasAtMostMarkup(const char* text, int count)
+{
+    int found = 0;
+    for (const char* character = text; *character != '\0'; ++character)
+        if (*character == '<' && ++found > count)
+            return false;
+    return true;
+}
