@@ -3,6 +3,8 @@
 #   release   optimised build (the default)
 #   sanitize  Debug build with AddressSanitizer and UndefinedBehaviorSanitizer
 #   tsan      Debug build with ThreadSanitizer, without benchmarks and tools
+#   fuzz      libFuzzer targets: clang, Debug at -O1, AddressSanitizer and
+#             UndefinedBehaviorSanitizer, without tests, benchmarks and tools (--target fuzzers)
 # Extra arguments go to the CMake build step (for example --target kelvane-demo).
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -13,7 +15,11 @@ case "$flavour" in
   release)  options=(-DCMAKE_BUILD_TYPE=Release) ;;
   sanitize) options=(-DCMAKE_BUILD_TYPE=Debug -DQ1_SANITIZE=address,undefined -DQ1_BUILD_BENCH=OFF) ;;
   tsan)     options=(-DCMAKE_BUILD_TYPE=Debug -DQ1_SANITIZE=thread -DQ1_BUILD_BENCH=OFF -DQ1_BUILD_TOOLS=OFF) ;;
-  *) echo "build.sh: unknown flavour '$flavour' (release, sanitize or tsan)" >&2; exit 2 ;;
+  fuzz)     options=(-DCMAKE_C_COMPILER=clang-14 -DCMAKE_CXX_COMPILER=clang++-14 -DCMAKE_BUILD_TYPE=Debug
+                     "-DCMAKE_C_FLAGS_DEBUG=-g -O1" "-DCMAKE_CXX_FLAGS_DEBUG=-g -O1"
+                     -DQ1_SANITIZE=address,undefined -DQ1_FUZZ=ON
+                     -DQ1_BUILD_TESTS=OFF -DQ1_BUILD_BENCH=OFF -DQ1_BUILD_TOOLS=OFF) ;;
+  *) echo "build.sh: unknown flavour '$flavour' (release, sanitize, tsan or fuzz)" >&2; exit 2 ;;
 esac
 
 build="$root/build/$flavour"
