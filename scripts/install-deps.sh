@@ -13,8 +13,8 @@ packages=(
   libsndfile1-dev
   # picture decoding for the media library
   libpng-dev libjpeg62-turbo-dev
-  # the plug-in's state document
-  libtinyxml-dev
+  # the plug-in's state document, and a decimal-comma locale for its test
+  libtinyxml-dev locales
   # fuzzing: clang with libFuzzer and the sanitizer runtimes
   clang-14 libclang-rt-14-dev
 )
