@@ -72,13 +72,15 @@ KLStateDocument::ProgramReading readProgram(const TiXmlElement* element)
     return reading;
 }
 
-// Parses `text` into `document` unless it has too much markup to be one of ours; false then.
+// Parses `text` into `document`; false for text with too much markup to be one of ours, and for
+// text that is no well-formed XML. TinyXML keeps the elements it read before an error, so a
+// document that breaks off ("<KELVANE") would otherwise count as one.
 bool parsed(TiXmlDocument& document, const String& text)
 {
     if (!KLStateDocument::hasAtMostMarkup(text.getCString(), KLStateDocument::maximumMarkup))
         return false;
     document.Parse(text.getCString(), nullptr, TIXML_ENCODING_UTF8);
-    return true;
+    return !document.Error();
 }
 }  // namespace
 
@@ -115,7 +117,6 @@ KLStateDocument::Reading KLStateDocument::parse(const String& text)
     TiXmlDocument document;
     if (!parsed(document, text))
         return reading;
-    // A document that breaks off still gives the elements and attributes read before the break.
     const TiXmlElement* root = document.FirstChildElement();
     if (root == nullptr || root->ValueStr() != rootName)
         return reading;

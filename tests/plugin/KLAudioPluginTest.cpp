@@ -1,0 +1,241 @@
+// KLAudioPlugin: parameters reaching the processor, editors being told, the audio path on the
+// buses and the level meters.
+
+#include "foundation/memory/MemoryStream.h"
+#include "plugin/AudioBus.h"
+#include "plugin/KLAudioPlugin.h"
+#include "plugin/PluginEditorView.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <string>
+#include <vector>
+
+using namespace q1framework;
+
+namespace
+{
+// An attached editor that notes what it was asked to show, and what the processor held then.
+class RecordingView : public PluginEditorView
+{
+public:
+    explicit RecordingView(KLAudioPlugin& plugin) : plugin(plugin) { plugin.addEditor(this); }
+    ~RecordingView() override { plugin.removeEditor(this); }
+
+    void refreshControl(int index) override { calls.push_back("control " + std::to_string(index)); }
+    void refreshAllControls() override
+    {
+        calls.push_back("all");
+        attackShown = static_cast<float>(plugin.getParameter(KLParameters::attack));
+        attackTargetThen = plugin.getProcessor().attackTarget;
+    }
+
+    KLAudioPlugin& plugin;
+    std::vector<std::string> calls;
+    float attackShown = -1.0f;
+    float attackTargetThen = -1.0f;
+};
+
+// A processor given the plug-in's defaults the way the plug-in applies them, in index order.
+TransientProcessor defaultProcessor()
+{
+    TransientProcessor processor;
+    processor.setAttack(0.5f);
+    processor.setRelease(0.5f);
+    processor.setBypass(false);
+    processor.setGain(0.5f);
+    processor.setAttackTime(1.0f);
+    processor.setReleaseTime(1.0f);
+    processor.setDrive(0.0f);
+    return processor;
+}
+
+std::vector<float> testSignal(int frames, float phase)
+{
+    std::vector<float> signal(static_cast<std::size_t>(frames));
+    for (int frame = 0; frame < frames; ++frame)
+        signal[static_cast<std::size_t>(frame)] =
+            0.8f * std::sin(0.05f * frame + phase) * std::exp(-0.002f * static_cast<float>(frame % 300));
+    return signal;
+}
+
+void setBuses(KLAudioPlugin& plugin, std::vector<float*> inputs, std::vector<float*> outputs)
+{
+    plugin.getAudioInput(0).setChannelPointers(inputs.data(), static_cast<int>(inputs.size()));
+    plugin.getAudioOutput(0).setChannelPointers(outputs.data(), static_cast<int>(outputs.size()));
+}
+
+void processBlock(KLAudioPlugin& plugin, int frames)
+{
+    TimeInfo timeInfo;
+    plugin.process(timeInfo, frames);
+}
+}  // namespace
+
+TEST(KLAudioPlugin, FreshInstanceHoldsTheDefaultsAndHasAppliedThem)
+{
+    KLAudioPlugin plugin;
+    const double defaults[] = {0.5, 0.5, 0.0, 0.5, 0.5, 0.5, 0.0};
+    ASSERT_EQ(plugin.getNumParameters(), 7);
+    for (int index = 0; index < 7; ++index)
+        EXPECT_EQ(plugin.getParameter(index), defaults[index]) << index;
+    EXPECT_STREQ(plugin.getProgramName(0).getCString(), "init0");
+    EXPECT_EQ(plugin.getEditorWidth(), 750);
+    EXPECT_EQ(plugin.getEditorHeight(), 175);
+    EXPECT_EQ(plugin.getCurrentProgram(), 0);
+    const TransientProcessor& processor = plugin.getProcessor();
+    EXPECT_EQ(processor.attackTarget, 0.0f);
+    EXPECT_EQ(processor.releaseTarget, 0.0f);
+    EXPECT_EQ(processor.outputGainTarget, 1.0f);
+    EXPECT_FLOAT_EQ(processor.driveTarget, 0.1f);
+    EXPECT_FALSE(processor.bypassed);
+    EXPECT_EQ(plugin.getAudioInput(0).getNumChannels(), 2);
+    EXPECT_TRUE(plugin.hasEditor());
+    EXPECT_TRUE(plugin.hasNoSoundInStop());
+    EXPECT_EQ(plugin.createEditor(), nullptr);
+}
+
+TEST(KLAudioPlugin, EachParameterSetsItsProcessorTarget)
+{
+    KLAudioPlugin plugin;
+    const TransientProcessor& processor = plugin.getProcessor();
+    plugin.setParameter(1.0f, KLParameters::attack);
+    EXPECT_FLOAT_EQ(processor.attackTarget, 0.4f);
+    plugin.setParameter(0.0f, KLParameters::attack);
+    EXPECT_FLOAT_EQ(processor.attackTarget, -0.6f);
+    plugin.setParameter(0.0f, KLParameters::release);
+    EXPECT_FLOAT_EQ(processor.releaseTarget, -1.0f);
+    plugin.setParameter(1.0f, KLParameters::gain);
+    EXPECT_NEAR(processor.outputGainTarget, 2.818383f, 1e-5f);  // +9 dB
+    plugin.setParameter(0.5f, KLParameters::bypass);
+    EXPECT_TRUE(processor.bypassed);
+    plugin.setParameter(0.2f, KLParameters::attackTime);
+    EXPECT_EQ(processor.attackTimeFactor, 0.5f);
+    plugin.setParameter(0.9f, KLParameters::releaseTime);
+    EXPECT_EQ(processor.releaseTimeFactor, 2.0f);
+    plugin.setParameter(1.0f, KLParameters::drive);
+    EXPECT_FLOAT_EQ(processor.driveTarget, 15.0f);
+    EXPECT_EQ(plugin.getParameter(KLParameters::drive), 1.0);
+
+    // Out of range: nothing stored, nothing applied.
+    plugin.setParameter(0.3f, 7);
+    plugin.setParameter(0.3f, -1);
+    EXPECT_EQ(plugin.getParameter(7), 0.0);
+    EXPECT_EQ(plugin.getParameter(-1), 0.0);
+    EXPECT_FLOAT_EQ(processor.driveTarget, 15.0f);
+    EXPECT_EQ(plugin.getParameterName(7), "");
+    EXPECT_EQ(plugin.getParameterName(5), "Release Time");
+    EXPECT_EQ(plugin.getParameterText(0.0f, 3), "-9.00 dB");
+}
+
+TEST(KLAudioPlugin, AttachedEditorsAreToldWhatChangedAndSeeTheValueBeforeTheProcessor)
+{
+    KLAudioPlugin plugin;
+    {
+        RecordingView view(plugin);
+        plugin.setParameter(0.25f, KLParameters::gain);
+        plugin.setParameter(0.25f, 9);
+        plugin.setCurrentProgram(0);
+        EXPECT_EQ(view.calls, (std::vector<std::string>{"control 3", "all"}));
+
+        // A program read applies the new value after the editors were refreshed.
+        MemoryStream stream;
+        KLAudioPlugin source;
+        source.setParameter(1.0f, KLParameters::attack);
+        source.writeProgram(0, stream);
+        stream.setPosition(0);
+        view.calls.clear();
+        plugin.readProgram(0, stream);
+        EXPECT_EQ(view.calls, std::vector<std::string>{"all"});
+        EXPECT_EQ(view.attackShown, 1.0f);
+        EXPECT_EQ(view.attackTargetThen, 0.0f);
+        EXPECT_FLOAT_EQ(plugin.getProcessor().attackTarget, 0.4f);
+    }
+    EXPECT_EQ(plugin.getNumEditors(), 0);
+    plugin.setParameter(0.5f, KLParameters::gain);  // the removed view is not called
+}
+
+TEST(KLAudioPlugin, ProcessRunsTheProcessorInPlaceOnTheBuses)
+{
+    KLAudioPlugin plugin;
+    plugin.prepare(256, true, 44100.0);
+    plugin.releaseChannelBuffers();
+    plugin.setParameter(0.9f, KLParameters::attack);
+    plugin.setParameter(0.3f, KLParameters::drive);
+    TransientProcessor reference = defaultProcessor();
+    reference.setAttack(0.9f);
+    reference.setDrive(0.3f);
+
+    std::vector<float> left = testSignal(256, 0.0f);
+    std::vector<float> right = testSignal(256, 1.0f);
+    std::vector<float> expectedLeft = left;
+    std::vector<float> expectedRight = right;
+    for (int block = 0; block < 3; ++block)
+    {
+        setBuses(plugin, {left.data(), right.data()}, {left.data(), right.data()});
+        processBlock(plugin, 256);
+        reference.processStereo(expectedLeft.data(), expectedRight.data(), expectedLeft.data(),
+                                expectedRight.data(), 256, false);
+    }
+    EXPECT_EQ(std::memcmp(left.data(), expectedLeft.data(), left.size() * sizeof(float)), 0);
+    EXPECT_EQ(std::memcmp(right.data(), expectedRight.data(), right.size() * sizeof(float)), 0);
+}
+
+TEST(KLAudioPlugin, MonoLayoutRunsTheMonoPathAndOtherLayoutsAreLeftAlone)
+{
+    KLAudioPlugin plugin;
+    plugin.configureMono();
+    plugin.releaseChannelBuffers();
+    std::vector<float> input = testSignal(128, 0.5f);
+    std::vector<float> output(128, 7.0f);
+    std::vector<float> expected(128, 0.0f);
+    TransientProcessor reference = defaultProcessor();
+    reference.processMono(input.data(), expected.data(), 128, false);
+    setBuses(plugin, {input.data()}, {output.data()});
+    processBlock(plugin, 128);
+    EXPECT_EQ(output, expected);
+
+    // Stereo buses with one output channel, or a null channel: the outputs keep what they held.
+    plugin.configureStereo();
+    plugin.releaseChannelBuffers();
+    std::vector<float> untouched(128, 7.0f);
+    setBuses(plugin, {input.data(), input.data()}, {untouched.data()});
+    processBlock(plugin, 128);
+    setBuses(plugin, {input.data(), nullptr}, {untouched.data(), untouched.data()});
+    processBlock(plugin, 128);
+    EXPECT_EQ(untouched, std::vector<float>(128, 7.0f));
+}
+
+TEST(KLAudioPlugin, LevelsAreMeasuredOnlyWhileAnEditorIsAttached)
+{
+    KLAudioPlugin plugin;
+    plugin.releaseChannelBuffers();
+    std::vector<float> left(64, 0.0f);
+    std::vector<float> right(64, 0.0f);
+    left[0] = 2.0f;
+    setBuses(plugin, {left.data(), right.data()}, {left.data(), right.data()});
+    processBlock(plugin, 64);
+    EXPECT_EQ(plugin.getInputLevel(), 0.0f);
+    EXPECT_EQ(plugin.getOutputLevel(), 0.0f);
+
+    RecordingView view(plugin);
+    plugin.prepare(64, false, 48000.0);
+    plugin.releaseChannelBuffers();
+    left.assign(48000, 0.0f);
+    right.assign(48000, 0.0f);
+    left[0] = 2.0f;
+    setBuses(plugin, {left.data(), right.data()}, {left.data(), right.data()});
+    processBlock(plugin, 1);
+    EXPECT_EQ(plugin.getInputLevel(), 1.5f);
+    EXPECT_GT(plugin.getOutputLevel(), 0.0f);
+    // One second of silence at 48 kHz lowers the meter by 0.25 (give or take the rounding of the
+    // float steps).
+    setBuses(plugin, {left.data() + 1, right.data() + 1}, {left.data() + 1, right.data() + 1});
+    processBlock(plugin, 47999);
+    EXPECT_NEAR(plugin.getInputLevel(), 1.25f, 3e-3f);
+    // The drive peak is taken once.
+    EXPECT_GT(plugin.takeDriveLevel(), 0.0f);
+    EXPECT_EQ(plugin.takeDriveLevel(), 0.0f);
+}
