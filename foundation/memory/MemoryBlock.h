@@ -49,8 +49,8 @@ public:
     MemoryBlock duplicate() const;
 
     // Reads the persistent form into this block. False when the resize failed, or when the
-    // length is negative or more than the stream has left (the block is then emptied and nothing
-    // is allocated). A short read of honest data is not reported.
+    // length is negative or more than the stream has left: nothing is allocated for such a length
+    // and an owned block is emptied. A short read of honest data is not reported.
     bool readFrom(Stream& stream);
     // Writes the persistent form. False when the stream did not take every byte.
     bool writeTo(Stream& stream) const;

@@ -120,12 +120,12 @@ String::String(const char* bytes, int offset, unsigned count)
 {
     if (count == 0 || bytes == nullptr || bytes[offset] == 0)
         return;
+    // Only the bytes up to a NUL are kept, so only they need room: a generous count costs nothing.
     const char* source = bytes + offset;
-    char* text = static_cast<char*>(std::malloc(size_t(count) + 1));
-    for (unsigned i = 0; i < count; ++i)
-        if ((text[i] = source[i]) == 0)
-            break;
-    text[count] = 0;
+    const size_t length = strnlen(source, count);
+    char* text = static_cast<char*>(std::malloc(length + 1));
+    std::memcpy(text, source, length);
+    text[length] = 0;
     internal = new InternalString(text);
 }
 

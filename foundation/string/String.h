@@ -45,9 +45,9 @@ public:
     // Converts NUL-terminated UTF-32 (values of 0x110000 and above become U+FFFD); a null pointer
     // or a first unit of 0 gives the null handle.
     String(const uint32_t* utf32);
-    // Copies at most count bytes from bytes + offset, stopping after a NUL; the buffer always has
-    // room for count bytes and a NUL at index count. A count of 0, a null pointer or a NUL at
-    // bytes[offset] gives the null handle.
+    // Copies at most count bytes from bytes + offset, stopping at a NUL; the source need not be
+    // terminated within count bytes. A count of 0, a null pointer or a NUL at bytes[offset] gives
+    // the null handle.
     String(const char* bytes, int offset, unsigned count);
     // Decimal text of value ("%i").
     explicit String(int value);

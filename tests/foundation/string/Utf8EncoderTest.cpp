@@ -6,33 +6,6 @@
 
 using q1framework::Utf8Encoder;
 
-TEST(Utf8Encoder, EncodesEachLengthAtItsBoundaries)
-{
-    const struct
-    {
-        uint32_t value;
-        const char* bytes;
-    } cases[] = {
-        {0x41, "A"},
-        {0x7F, "\x7F"},
-        {0x80, "\xC2\x80"},
-        {0x7FF, "\xDF\xBF"},
-        {0x800, "\xE0\xA0\x80"},
-        {0xFFFF, "\xEF\xBF\xBF"},
-        {0x10000, "\xF0\x90\x80\x80"},
-        {0x10FFFF, "\xF4\x8F\xBF\xBF"},
-        {0x110000, "\xEF\xBF\xBD"},
-        {0x41F600, "\xEF\xBF\xBD"},
-    };
-    for (const auto& testCase : cases)
-    {
-        char buffer[4];
-        const char* end = Utf8Encoder::encodeCodePoint(testCase.value, buffer);
-        EXPECT_EQ(std::string(buffer, static_cast<size_t>(end - buffer)), testCase.bytes) << std::hex << testCase.value;
-        EXPECT_EQ(Utf8Encoder::getEncodedLength(testCase.value), end - buffer);
-    }
-}
-
 TEST(Utf8Encoder, ReportsAFullTargetAndLeavesTheSourceAtTheCharacterThatDidNotFit)
 {
     const uint32_t source[] = {'a', 0x20AC};
