@@ -191,7 +191,7 @@ TEST(MemoryBlock, HexTextOfTheBytes)
     EXPECT_TRUE(MemoryBlock(0).toHexString(1).isEmpty());
 }
 
-TEST(MemoryBlock, HandlesMayBeCopiedAndReleasedOnAnyThread)
+TEST(MemoryBlock, ThreadedCopiesAndReleasesKeepOneCount)
 {
     // A lost count would free the block early (reported by the address sanitizer) or leak it.
     const MemoryBlock shared = blockOf("shared bytes");
