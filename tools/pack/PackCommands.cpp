@@ -30,6 +30,11 @@ std::string wrongArguments(const char* form)
     return std::string("usage: kelvane-pack ") + form;
 }
 
+std::string badName(const std::string& name)
+{
+    return "bad entry name '" + name + "' (not empty, no blanks, not starting with #)";
+}
+
 // Whether two paths name the same existing file.
 bool sameFile(const std::string& first, const std::string& second)
 {
@@ -135,12 +140,12 @@ std::string add(const std::vector<std::string>& arguments)
     if (arguments.size() != 4)
         return wrongArguments("add PACK NAME TYPE VALUE");
     const std::string& packPath = arguments[0];
+    if (!isValidName(arguments[1]))
+        return badName(arguments[1]);
     RecipeEntry entry;
     std::string failure;
-    if (!parseRecipeLine(arguments[1] + " " + arguments[2] + " " + arguments[3], entry, failure) || entry.name.empty())
-        return failure.empty() ? "bad entry name " + arguments[1] : failure;
-    if (entry.name != arguments[1])
-        return "an entry name has no blanks: " + arguments[1];
+    if (!parseRecipeLine(arguments[1] + " " + arguments[2] + " " + arguments[3], entry, failure))
+        return failure;
     ResourcePack pack;
     failure = loadPack(packPath, pack);
     if (!failure.empty())
@@ -177,10 +182,8 @@ std::string rename(const std::vector<std::string>& arguments)
     const int index = pack.getIndex(arguments[1].c_str());
     if (index < 0)
         return "no entry " + arguments[1] + " in " + arguments[0];
-    RecipeEntry probe;
-    std::string reason;
-    if (arguments[2].empty() || !parseRecipeLine(arguments[2] + " text", probe, reason) || probe.name != arguments[2])
-        return "bad entry name '" + arguments[2] + "' (no blanks, not starting with #)";
+    if (!isValidName(arguments[2]))
+        return badName(arguments[2]);
     if (pack.exists(arguments[2].c_str()))
         return arguments[0] + " already has an entry " + arguments[2];
     pack.rename(index, arguments[2].c_str());

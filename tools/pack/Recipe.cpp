@@ -76,6 +76,11 @@ const char* typeName(int type)
     }
 }
 
+bool isValidName(const std::string& name)
+{
+    return !name.empty() && name[0] != '#' && name.find_first_of(blanks) == std::string::npos;
+}
+
 bool parseRecipeLine(const std::string& line, RecipeEntry& entry, std::string& error)
 {
     entry = RecipeEntry();

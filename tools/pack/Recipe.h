@@ -20,6 +20,9 @@ struct RecipeEntry
 bool typeFromName(const std::string& name, int& type);
 const char* typeName(int type);
 
+// Whether name can stand in a recipe: not empty, no blanks, not starting with '#'.
+bool isValidName(const std::string& name);
+
 // Parses one recipe line into entry; true with entry.name empty for a blank or comment line.
 // Otherwise false with a reason in error.
 bool parseRecipeLine(const std::string& line, RecipeEntry& entry, std::string& error);

@@ -1,0 +1,37 @@
+#include "Recipe.h"
+
+#include "media/resource/Resource.h"
+
+#include <gtest/gtest.h>
+
+using q1framework::Resource;
+
+TEST(Recipe, LinesNameTypeAndValue)
+{
+    std::vector<RecipeEntry> entries;
+    ASSERT_EQ(parseRecipe("# comment\n\n  knob\timage  art/my knob.png  \r\ntitle text \\sA\\tB\\\\n\\n\nblob binary /abs/path", entries), "");
+    ASSERT_EQ(entries.size(), 3u);
+    EXPECT_EQ(entries[0].name, "knob");
+    EXPECT_EQ(entries[0].type, Resource::imageType);
+    EXPECT_EQ(entries[0].value, "art/my knob.png");  // blanks inside a path stay
+    EXPECT_EQ(entries[0].line, 3);
+    EXPECT_EQ(entries[1].type, Resource::textType);
+    EXPECT_EQ(entries[1].value, " A\tB\\n\n");
+    EXPECT_EQ(entries[2].type, Resource::binaryType);
+    EXPECT_EQ(entries[2].value, "/abs/path");
+    EXPECT_EQ(entries[2].line, 5);
+}
+
+TEST(Recipe, ReasonsCarryTheLineNumber)
+{
+    std::vector<RecipeEntry> entries;
+    EXPECT_EQ(parseRecipe("a text x\nb\n", entries), "2: entry b has no type (text, image, sound or binary)");
+    EXPECT_EQ(parseRecipe("a sound\n", entries), "1: entry a names no source file");
+    EXPECT_EQ(parseRecipe("a text \\q\n", entries), "1: unknown escape \\q (use \\n, \\t, \\s or \\\\)");
+    EXPECT_EQ(parseRecipe("a text 1\nb text 2\na text 3\n", entries), "3: duplicate name a (first on line 1)");
+    int type = -1;
+    EXPECT_FALSE(typeFromName("Image", type));
+    EXPECT_TRUE(typeFromName("sound", type));
+    EXPECT_EQ(type, Resource::soundType);
+    EXPECT_STREQ(typeName(Resource::binaryType), "binary");
+}
