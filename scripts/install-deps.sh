@@ -13,6 +13,8 @@ packages=(
   libsndfile1-dev
   # picture decoding for the media library
   libpng-dev libjpeg62-turbo-dev
+  # text: FreeType, and the system font the renderer loads first (DejaVu Sans)
+  libfreetype-dev fonts-dejavu-core
   # the plug-in's state document, and a decimal-comma locale for its test
   libtinyxml-dev locales
   # fuzzing: clang with libFuzzer and the sanitizer runtimes
