@@ -1,4 +1,5 @@
-# Fonts: FreeType faces, the fallback system font, the glyph cache.
+# Fonts: FreeType faces, the fallback system font, the glyph cache, and the text operations of
+# SoftwareGraphics, which draw with them.
 list(APPEND render_sources
   font/FallbackFont.cpp
   font/Font.cpp
@@ -6,6 +7,7 @@ list(APPEND render_sources
   font/FontFace.cpp
   font/FontServices.cpp
   font/GlyphsCache.cpp
+  graphics/SoftwareGraphicsText.cpp
 )
 
 # The fallback font's system paths, per platform.
