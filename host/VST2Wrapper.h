@@ -30,7 +30,9 @@ class VST2Wrapper : public AudioEffectX, private AudioPlugin::Listener
 {
 public:
     // Main thread (the entry point). Takes ownership of `plugin`; copies what it needs of
-    // `description`. The plug-in's channel buffers are freed: the host's take their place.
+    // `description`. The plug-in's channel buffers are freed: the host's take their place. The
+    // caller has counted one more framework instance (FrameworkInstances::add), which the
+    // destructor gives back.
     VST2Wrapper(audioMasterCallback host, AudioPlugin* plugin, const PluginDescription& description);
     ~VST2Wrapper() override;
 

@@ -1,6 +1,7 @@
 // AudioEffect as a host meets it: the fixture plug-ins are loaded through dlopen and driven only
 // through their entry point and the AEffect record.
 
+#include "EffectCalls.h"
 #include "TestHost.h"
 
 #include <dlfcn.h>
@@ -18,25 +19,6 @@ namespace
 {
 constexpr VstInt32 gainIndex = 0;
 constexpr VstInt32 swapIndex = 1;
-
-// The dynamic symbols a shared object defines, as `nm` lists them.
-std::set<std::string> exportedSymbols(const char* path)
-{
-    std::set<std::string> symbols;
-    const std::string command = std::string("nm -D --defined-only ") + path;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr)
-        return symbols;
-    char line[512];
-    while (std::fgets(line, sizeof line, pipe) != nullptr)
-    {
-        char name[512];
-        if (std::sscanf(line, "%*s %*s %511s", name) == 1)
-            symbols.insert(name);
-    }
-    pclose(pipe);
-    return symbols;
-}
 
 void process(AEffect* effect, std::vector<float>& left, std::vector<float>& right)
 {
@@ -98,8 +80,8 @@ TEST(AudioEffect, OldEffectsAreFoundUnderTheEntryNameMain)
 
 TEST(AudioEffect, SharedObjectExportsOnlyItsEntryPoint)
 {
-    EXPECT_EQ(exportedSymbols(TEST_GAIN_PLUGIN), std::set<std::string>{"VSTPluginMain"});
-    EXPECT_EQ(exportedSymbols(LEGACY_GAIN_PLUGIN), std::set<std::string>{"main"});
+    EXPECT_EQ(EffectCalls::exportedSymbols(TEST_GAIN_PLUGIN), std::set<std::string>{"VSTPluginMain"});
+    EXPECT_EQ(EffectCalls::exportedSymbols(LEGACY_GAIN_PLUGIN), std::set<std::string>{"main"});
 }
 
 TEST(AudioEffect, LoadingAndClosingManyTimesInOneProcessKeepsWorking)

@@ -1,0 +1,256 @@
+// Kelvane.so as a host meets it: loaded through dlopen, driven only through its entry point and
+// its AEffect record.
+
+#include "EffectCalls.h"
+#include "TestHost.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <string>
+#include <vector>
+
+using namespace q1framework;
+using namespace EffectCalls;
+
+namespace
+{
+constexpr VstInt32 attack = 0;
+constexpr VstInt32 bypass = 2;
+constexpr VstInt32 gain = 3;
+constexpr VstInt32 attackTime = 4;
+constexpr VstInt32 releaseTime = 5;
+constexpr VstInt32 drive = 6;
+
+std::vector<char> bytesOf(const std::string& text)
+{
+    return std::vector<char>(text.begin(), text.end());
+}
+
+// A state chunk around a document: "VC2!", the little-endian length, the text and its zero.
+std::vector<char> chunkOf(const std::string& text)
+{
+    const uint32_t length = static_cast<uint32_t>(text.size() + 1);
+    std::string chunk = "VC2!";
+    for (int shift = 0; shift < 32; shift += 8)
+        chunk += static_cast<char>((length >> shift) & 0xFF);
+    return bytesOf(chunk + text + '\0');
+}
+
+std::vector<float> parameters(AEffect* effect)
+{
+    std::vector<float> values;
+    for (VstInt32 index = 0; index < effect->numParams; ++index)
+        values.push_back(effect->getParameter(effect, index));
+    return values;
+}
+
+class Kelvane : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(host.load(KELVANE_PLUGIN)) << host.failure;
+        effect = host.effect;
+    }
+
+    std::string display(VstInt32 index, float value)
+    {
+        effect->setParameter(effect, index, value);
+        return host.text(effGetParamDisplay, index);
+    }
+
+    TestHost host;
+    AEffect* effect = nullptr;
+};
+}  // namespace
+
+TEST_F(Kelvane, RecordAndIdentityAreThoseOfAStereoEffectWithChunksAndAnEditor)
+{
+    EXPECT_EQ(effect->magic, kEffectMagic);
+    // editor, replacing, program chunks, no sound in stop
+    EXPECT_EQ(effect->flags, 0x231);
+    EXPECT_EQ(effect->numInputs, 2);
+    EXPECT_EQ(effect->numOutputs, 2);
+    EXPECT_EQ(effect->numParams, 7);
+    EXPECT_EQ(effect->numPrograms, 1);
+    EXPECT_EQ(effect->version, 1);
+    EXPECT_EQ(effect->initialDelay, 0);
+    EXPECT_EQ(effect->uniqueID, fourCharacterCode('K', 'e', 'L', 'v'));
+    EXPECT_EQ(host.text(effGetEffectName), "Kelvane");
+    EXPECT_EQ(host.text(effGetProductString), "Kelvane");
+    EXPECT_EQ(host.text(effGetVendorString), "Morvenna Audio Technologies");
+    EXPECT_EQ(host.dispatch(effGetEffectName, 0, 0, nullptr), 0);
+    // 2.5.3.0 read big-endian.
+    EXPECT_EQ(host.dispatch(effGetVendorVersion), 33882880);
+    EXPECT_EQ(host.dispatch(effGetPlugCategory), kPlugCategUnknown);
+    EXPECT_EQ(host.dispatch(effGetVstVersion), 2400);
+    EXPECT_EQ(host.dispatch(effSetBypass, 0, 1), 0);
+    EXPECT_EQ(host.dispatch(effCanBeAutomated, 6), 1);
+    EXPECT_EQ(host.dispatch(effVendorSpecific, 1, 2, nullptr, 3.0f), 0);
+    VstPinProperties pin{};
+    EXPECT_EQ(host.dispatch(effGetInputProperties, 0, 0, &pin), 0);
+    // Units are part of the display text; the label is empty.
+    EXPECT_EQ(host.text(effGetParamLabel, gain), "");
+    // Only the entry points are visible: two plug-ins of the framework share a process safely.
+    EXPECT_EQ(exportedSymbols(KELVANE_PLUGIN), (std::set<std::string>{"CreateEngine", "VSTPluginMain", "main_macho"}));
+}
+
+TEST_F(Kelvane, CanDoAnswersYesForItsFiveCapabilitiesAndDontKnowForTheRest)
+{
+    for (const char* yes : {"sendVstEvents", "receiveVstEvents", "sendVstMidiEvent", "receiveVstMidiEvent",
+                            "receiveVstTimeInfo"})
+    {
+        std::string text = yes;
+        EXPECT_EQ(host.dispatch(effCanDo, 0, 0, text.data()), 1) << yes;
+    }
+    for (const char* unknown : {"bypass", "SendVstEvents", "sendVstEvents ", "offline", ""})
+    {
+        std::string text = unknown;
+        EXPECT_EQ(host.dispatch(effCanDo, 0, 0, text.data()), 0) << unknown;
+    }
+}
+
+TEST_F(Kelvane, ParameterNamesAndTextsAtTheirBoundaries)
+{
+    const char* names[] = {"Attack", "Release", "Bypass", "Gain", "Attack Time", "Release Time", "Drive"};
+    for (VstInt32 index = 0; index < 7; ++index)
+        EXPECT_EQ(host.text(effGetParamName, index), names[index]);
+    EXPECT_EQ(host.text(effGetParamName, 7), "");
+    EXPECT_EQ(host.text(effGetParamDisplay, 7), "");
+    EXPECT_EQ(effect->getParameter(effect, 7), 0.0f);
+
+    EXPECT_EQ(display(attack, 0.0f), "-100 %");
+    EXPECT_EQ(display(attack, 1.0f), "100 %");
+    EXPECT_EQ(display(gain, 0.5f), "0.00 dB");
+    EXPECT_EQ(display(gain, 0.0f), "-9.00 dB");
+    EXPECT_EQ(display(attackTime, 0.333f), "mid");
+    EXPECT_EQ(display(releaseTime, 0.666f), "soft");
+    EXPECT_EQ(display(bypass, 0.499f), "Off");
+    EXPECT_EQ(display(bypass, 0.5f), "On");
+    EXPECT_EQ(display(drive, 1.0f), "100 %");
+    EXPECT_EQ(effect->getParameter(effect, drive), 1.0f);
+}
+
+TEST_F(Kelvane, AutomationReachesTheSoundInTheNextBlock)
+{
+    // A steady quiet signal with the amounts at their centre: the gain is the only change. The
+    // drive ramps from its start to its default within the first block.
+    const int frames = 256;
+    std::vector<float> left(frames, 0.1f);
+    std::vector<float> right(frames, 0.1f);
+    processStereo(effect, left, right);
+    left.assign(frames, 0.1f);
+    right.assign(frames, 0.1f);
+    processStereo(effect, left, right);
+    const float unity = left[frames - 1];
+    EXPECT_NEAR(unity, 0.1f, 1e-4f);
+
+    effect->setParameter(effect, gain, 1.0f);  // +9 dB, a factor of 2.818383
+    left.assign(frames, 0.1f);
+    right.assign(frames, 0.1f);
+    processStereo(effect, left, right);
+    // The block ramps from the old gain at its first sample towards the new one at its end.
+    EXPECT_FLOAT_EQ(left[0], unity);
+    EXPECT_NEAR(left[frames - 1] / unity, 1.0f + 1.818383f * (frames - 1) / frames, 1e-3f);
+    left.assign(frames, 0.1f);
+    right.assign(frames, 0.1f);
+    processStereo(effect, left, right);
+    EXPECT_NEAR(left[0] / unity, 2.818383f, 1e-3f);
+    EXPECT_EQ(left, right);
+}
+
+TEST_F(Kelvane, ChunkSavesAndLoadsValuesAndEditorSize)
+{
+    effect->setParameter(effect, attack, 0.8f);
+    effect->setParameter(effect, drive, 0.25f);
+    const std::vector<char> saved = getChunk(effect);
+    ASSERT_GT(saved.size(), 8u);
+    EXPECT_EQ(std::string(saved.begin(), saved.begin() + 4), "VC2!");
+    EXPECT_EQ(getChunk(effect), saved);  // a second request gives the same content
+
+    const std::vector<float> before = parameters(effect);
+    effect->setParameter(effect, attack, 0.1f);
+    effect->setParameter(effect, gain, 0.9f);
+    EXPECT_EQ(setChunk(effect, saved), 0);
+    EXPECT_EQ(parameters(effect), before);
+
+    // The editor size travels with the state; a chunk without it means the default size.
+    setChunk(effect, chunkOf("<KELVANE uiWidthNew=\"1100\" uiHeightNew=\"257\"><Program attack=\"0.3\"/></KELVANE>"));
+    EXPECT_NE(chunkText(effect).find("uiWidthNew=\"1100\" uiHeightNew=\"257\""), std::string::npos);
+    EXPECT_FLOAT_EQ(effect->getParameter(effect, attack), 0.3f);
+    EXPECT_FLOAT_EQ(effect->getParameter(effect, drive), 0.25f);  // a partial program is merged
+    setChunk(effect, chunkOf("<KELVANE><Program/></KELVANE>"));
+    EXPECT_NE(chunkText(effect).find("uiWidthNew=\"750\" uiHeightNew=\"175\""), std::string::npos);
+}
+
+TEST_F(Kelvane, GarbageChunksAnswerZeroAndChangeNothing)
+{
+    effect->setParameter(effect, gain, 0.7f);
+    const std::vector<char> good = getChunk(effect);
+    const std::vector<float> before = parameters(effect);
+    std::vector<char> noise(3000);
+    unsigned seed = 12345;
+    for (char& byte : noise)
+        byte = static_cast<char>((seed = seed * 1103515245u + 12345u) >> 16);
+    std::vector<char> truncated(good.begin(), good.begin() + static_cast<long>(good.size() / 2));
+    std::vector<char> wrongCase = good;
+    wrongCase[0] = 'v';
+    for (const std::vector<char>& garbage : {noise, truncated, wrongCase, bytesOf("VC2!"), std::vector<char>(1, 0)})
+    {
+        EXPECT_EQ(setChunk(effect, garbage), 0);
+        EXPECT_EQ(parameters(effect), before);
+    }
+    EXPECT_EQ(getChunk(effect), good);
+}
+
+TEST_F(Kelvane, ProgramCallsLeaveTheProgramAndTheSoundAlone)
+{
+    effect->setParameter(effect, attack, 0.9f);
+    const std::vector<char> state = getChunk(effect);
+    EXPECT_EQ(host.dispatch(effSetProgram, 0, 1), 0);
+    EXPECT_EQ(host.dispatch(effGetProgram), 0);
+    host.dispatch(effSetProgram, 0, 0);
+    char name[] = "Drums";
+    host.dispatch(effSetProgramName, 0, 0, name);
+    EXPECT_EQ(host.text(effGetProgramName), "");
+    EXPECT_EQ(getChunk(effect), state);
+    EXPECT_FLOAT_EQ(effect->getParameter(effect, attack), 0.9f);
+}
+
+TEST_F(Kelvane, EditorRectangleIsTheInitialOneAndNoEditorOpens)
+{
+    ERect* rect = nullptr;
+    EXPECT_EQ(host.dispatch(effEditGetRect, 0, 0, &rect), 1);
+    ASSERT_NE(rect, nullptr);
+    EXPECT_EQ(rect->top, 0);
+    EXPECT_EQ(rect->left, 0);
+    EXPECT_EQ(rect->bottom, 1000);
+    EXPECT_EQ(rect->right, 1000);
+    int parent = 0;
+    EXPECT_EQ(host.dispatch(effEditOpen, 0, 0, &parent), 0);
+    host.dispatch(effEditIdle);
+    host.dispatch(effEditClose);
+}
+
+TEST_F(Kelvane, ResumeAsksForMidiAndEveryBlockAsksForTheTransport)
+{
+    host.dispatch(effMainsChanged, 0, 1);
+    ASSERT_FALSE(host.calls.empty());
+    EXPECT_EQ(host.calls.back().opcode, audioMasterWantMidi);
+    EXPECT_EQ(host.calls.back().value, 1);
+    host.calls.clear();
+    std::vector<float> left(32, 0.0f);
+    std::vector<float> right(32, 0.0f);
+    processStereo(effect, left, right);
+    ASSERT_EQ(host.calls.size(), 1u);
+    EXPECT_EQ(host.calls[0].opcode, audioMasterGetTime);
+    EXPECT_EQ(host.calls[0].value, 0x3E00);
+    // A host without a transport: the block runs all the same.
+    host.giveTimeInfo = false;
+    left.assign(32, 0.25f);
+    right.assign(32, 0.25f);
+    processStereo(effect, left, right);
+    EXPECT_NEAR(left[31], 0.25f, 1e-3f);
+}
