@@ -63,6 +63,11 @@ int64_t Sample::getBlockBytes() const
     return (numFrames + 2 * static_cast<int64_t>(margin)) * getBytesPerSample();
 }
 
+int64_t Sample::getDataBytes() const
+{
+    return numChannels > 0 && numFrames <= largestFrameCount ? numFrames * getBytesPerSample() : 0;
+}
+
 void Sample::allocateBlocks()
 {
     const int64_t blockBytes = getBlockBytes();
@@ -104,15 +109,15 @@ Sample* Sample::read(Stream& stream)
     stream.readBool();  // the bytes read here always belong to the new sample
     const int64_t frames = stream.readInt64();
     const double rate = stream.readDouble();
-    if (channelCount < 0 || channelCount > maximumChannels || bits < 0 || bits > maximumBitsPerSample || bits % 8 != 0
-        || marginSamples < 0 || marginSamples > maximumMargin || frames < 0)
+    if (channelCount < 0 || channelCount > maximumChannels || bits < 0 || bits > maximumBitsPerSample
+        || marginSamples < 0 || marginSamples > maximumMargin || frames < 0 || frames > largestFrameCount)
         return nullptr;
     const int64_t frameBytes = static_cast<int64_t>(channelCount) * (bits / 8);
     if (frameBytes > 0 && frames > stream.getRemainingBytes() / frameBytes)
         return nullptr;
 
     auto* sample = new Sample(channelCount, frames, bits, marginSamples, true, rate);
-    const int64_t dataBytes = frames * (bits / 8);
+    const int64_t dataBytes = sample->getDataBytes();
     for (int channel = 0; channel < channelCount && dataBytes > 0; ++channel)
     {
         if (sample->channels[channel] == nullptr || stream.read(sample->channels[channel], dataBytes) != dataBytes)
@@ -134,7 +139,7 @@ bool Sample::write(Stream& stream) const
     stream.writeBool(ownsData);
     stream.writeInt64(numFrames);
     stream.writeDouble(sampleRate);
-    const int64_t dataBytes = numFrames * getBytesPerSample();
+    const int64_t dataBytes = getDataBytes();
     for (int channel = 0; channel < numChannels && dataBytes > 0; ++channel)
         if (channels[channel] == nullptr || stream.write(channels[channel], dataBytes) != dataBytes)
             return false;
@@ -216,7 +221,7 @@ bool Sample::equals(const Sample& other) const
 {
     if (numChannels != other.numChannels || bitsPerSample != other.bitsPerSample || numFrames != other.numFrames)
         return false;
-    const int64_t dataBytes = numFrames * getBytesPerSample();
+    const int64_t dataBytes = getDataBytes();
     for (int channel = 0; channel < numChannels && dataBytes > 0; ++channel)
     {
         if (channels[channel] == nullptr || other.channels[channel] == nullptr)

@@ -38,9 +38,9 @@ public:
     // The record of a resource pack's sound entry: version 1, channels, bits, margin (32-bit),
     // the owns-data flag (a bool byte), frames (64-bit), rate (a double), then each channel's
     // frames * (bits / 8) bytes, margins not stored. read gives a new sample that owns its data,
-    // or null for another version, for fields out of range (channels above 64, bits not a
-    // multiple of 8 up to 64, margin above 1024, negative frames) and for data the stream does
-    // not hold in full; nothing is allocated for a length the stream cannot back.
+    // or null for another version, for fields out of range (channels above 64, bits above 64,
+    // margin above 1024, negative frames) and for data the stream does not hold in full; nothing
+    // is allocated for a length the stream cannot back.
     static Sample* read(Stream& stream);
     // False when a channel has no data or the stream did not take every byte.
     bool write(Stream& stream) const;
@@ -74,6 +74,8 @@ public:
 
 private:
     int getBytesPerSample() const { return bitsPerSample / 8; }
+    // Bytes of one channel's data, margins excluded; 0 without channels.
+    int64_t getDataBytes() const;
     // Bytes of one channel's block, margins included.
     int64_t getBlockBytes() const;
     void allocateBlocks();

@@ -43,6 +43,11 @@ bool sameFile(const std::string& first, const std::string& second)
     return stat(first.c_str(), &a) == 0 && stat(second.c_str(), &b) == 0 && a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
 
+std::string entryCount(int count)
+{
+    return std::to_string(count) + (count == 1 ? " entry" : " entries");
+}
+
 // The size column of list.
 std::string describe(const Resource& entry)
 {
@@ -93,7 +98,7 @@ std::string build(const std::vector<std::string>& arguments)
     }
     failure = savePack(pack, output);
     if (failure.empty())
-        std::printf("%s: %d entries\n", output.c_str(), pack.getNumResources());
+        std::printf("%s: %s\n", output.c_str(), entryCount(pack.getNumResources()).c_str());
     return failure;
 }
 
@@ -198,11 +203,11 @@ std::string verify(const std::vector<std::string>& arguments)
     std::string failure = readWholeFile(arguments[0], bytes);
     if (!failure.empty())
         return failure;
-    int entryCount = 0;
-    failure = checkPack(bytes, entryCount);
+    int count = 0;
+    failure = checkPack(bytes, count);
     if (!failure.empty())
         return arguments[0] + ": " + failure;
-    std::printf("%s: %d entries, all intact\n", arguments[0].c_str(), entryCount);
+    std::printf("%s: %s, all intact\n", arguments[0].c_str(), entryCount(count).c_str());
     return {};
 }
 

@@ -104,11 +104,19 @@ TEST(Sample, BadRecordsGiveNull)
     EXPECT_EQ(readOf(recordHeader(2, 1, 16, 0, 4, 8000.0) + data), nullptr);        // version
     EXPECT_EQ(readOf(recordHeader(1, 1, 16, 0, 5, 8000.0) + data), nullptr);        // data short
     EXPECT_EQ(readOf(recordHeader(1, 65, 16, 0, 0, 8000.0)), nullptr);              // channels
-    EXPECT_EQ(readOf(recordHeader(1, 1, 12, 0, 4, 8000.0) + data), nullptr);        // width
+    EXPECT_EQ(readOf(recordHeader(1, 1, 72, 0, 4, 8000.0) + data), nullptr);        // width
     EXPECT_EQ(readOf(recordHeader(1, 1, 16, 5000, 4, 8000.0) + data), nullptr);     // margin
     EXPECT_EQ(readOf(recordHeader(1, 1, 16, 0, -4, 8000.0) + data), nullptr);       // frames
     // Frames that would need 16 exabytes: refused before any allocation.
     EXPECT_EQ(readOf(recordHeader(1, 64, 64, 0, int64_t(1) << 60, 8000.0) + data), nullptr);
+    // Without channels no data follows, but a length that overflows any byte count is refused
+    // all the same (found by fuzzing).
+    EXPECT_EQ(readOf(recordHeader(1, 0, 24, 0, int64_t(0x7ED4230053000000), 8000.0)), nullptr);
+    const auto silent = readOf(recordHeader(1, 0, 16, 0, 1000, 8000.0));
+    ASSERT_NE(silent, nullptr);
+    MemoryStream echo;
+    EXPECT_TRUE(silent->write(echo));
+    EXPECT_EQ(echo.getSize(), 4 * 4 + 1 + 8 + 8);
 }
 
 TEST(Sample, EqualityCopiesAndLength)
