@@ -1,23 +1,14 @@
 // Reads arbitrary bytes as a picture container. A container that reads must write and read back
 // to the same size, margin and block.
+#include "FuzzCheck.h"
 #include "foundation/memory/MemoryBlock.h"
 #include "foundation/memory/MemoryStream.h"
 #include "media/image/Image.h"
 
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 
 using namespace q1framework;
-
-namespace
-{
-void check(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {

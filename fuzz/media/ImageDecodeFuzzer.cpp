@@ -1,20 +1,11 @@
 // Decodes arbitrary bytes as a picture (PNG, JPEG). A decoded picture must be within the size
 // limits, have its zeroed margin of 16, and be premultiplied: no colour above its alpha.
+#include "FuzzCheck.h"
 #include "media/image/Image.h"
 
 #include <cstdint>
-#include <cstdlib>
 
 using namespace q1framework;
-
-namespace
-{
-void check(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {

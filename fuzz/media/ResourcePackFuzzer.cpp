@@ -1,6 +1,7 @@
 // Reads arbitrary bytes as a resource pack, looks every entry up by name, and writes the pack
 // again. Unless the pack holds a null picture (whose container is read shorter than it is
 // written), the written pack must read back whole with the same names and types.
+#include "FuzzCheck.h"
 #include "foundation/memory/MemoryBlock.h"
 #include "foundation/memory/MemoryStream.h"
 #include "media/image/Image.h"
@@ -9,18 +10,8 @@
 #include "media/sample/Sample.h"
 
 #include <cstdint>
-#include <cstdlib>
 
 using namespace q1framework;
-
-namespace
-{
-void check(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {

@@ -1,23 +1,14 @@
 // Reads arbitrary bytes as a pack's sample record. A record that reads must write back and read
 // again to an equal sample.
+#include "FuzzCheck.h"
 #include "foundation/memory/MemoryBlock.h"
 #include "foundation/memory/MemoryStream.h"
 #include "media/sample/Sample.h"
 
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 
 using namespace q1framework;
-
-namespace
-{
-void check(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {

@@ -1,6 +1,7 @@
 // Reads arbitrary bytes as a WAV file: the chunk walk, both read forms in blocks of varying size,
 // and Sample::loadWAV. Integer samples must convert within -1..1, no read may deliver more than
 // asked or than the data holds, and a loaded sample must survive its record's round trip.
+#include "FuzzCheck.h"
 #include "foundation/memory/MemoryBlock.h"
 #include "foundation/memory/MemoryStream.h"
 #include "media/sample/Sample.h"
@@ -8,7 +9,6 @@
 
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <vector>
 
@@ -16,12 +16,6 @@ using namespace q1framework;
 
 namespace
 {
-void check(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-
 void readEverything(WAVReader& reader, bool raw, unsigned blockFrames, size_t size)
 {
     const int channels = reader.getNumChannels();
