@@ -14,32 +14,15 @@ namespace q1framework
 
 namespace
 {
-enum class Place
-{
-    start,
-    centre,
-    end
-};
+// Where the line goes on each axis: 0 at the start, 1 centred, 2 at the end. Read from the one
+// table of alignments, where a box of size 0 in a 2 by 2 area lands at 0, 1 or 2. Stretch, which
+// gives the area itself, places like TopLeft; values outside the list centre.
+constexpr int atStart = 0;
+constexpr int centred = 1;
 
-// Text places Stretch like TopLeft; values outside the list centre, as everywhere.
-void getTextPlaces(Alignment alignment, Place& horizontal, Place& vertical)
+Point getTextPlaces(Alignment alignment)
 {
-    horizontal = Place::centre;
-    vertical = Place::centre;
-    switch (alignment)
-    {
-        case Alignment::TopLeft:
-        case Alignment::Stretch: horizontal = Place::start; vertical = Place::start; break;
-        case Alignment::TopRight: horizontal = Place::end; vertical = Place::start; break;
-        case Alignment::TopCentre: vertical = Place::start; break;
-        case Alignment::BottomCentre: vertical = Place::end; break;
-        case Alignment::CentreLeft: horizontal = Place::start; break;
-        case Alignment::CentreRight: horizontal = Place::end; break;
-        case Alignment::BottomLeft: horizontal = Place::start; vertical = Place::end; break;
-        case Alignment::BottomRight: horizontal = Place::end; vertical = Place::end; break;
-        case Alignment::Centre: break;
-        default: break;
-    }
+    return getAlignedBox(Rectangle(0, 0, 2, 2), Point(), alignment).getPosition();
 }
 }  // namespace
 
@@ -58,29 +41,27 @@ void SoftwareGraphics::drawText(const Rectangle& area, const char* utf8, const C
     const Rectangle savedClip = intersectClip(area, true);
     if (!clip.isEmpty())
     {
-        Place horizontal;
-        Place vertical;
-        getTextPlaces(alignment, horizontal, vertical);
+        const Point places = getTextPlaces(alignment);
 
         // The pen, in pixels relative to the origin; y is the top of the line.
         float x = static_cast<float>(area.x);
         float y = static_cast<float>(area.y);
-        if (horizontal != Place::start)
+        if (places.x != atStart)
         {
             const float textWidth = font.getTextWidth(utf8, 0x7fffffff);
-            if (horizontal == Place::centre)
+            if (places.x == centred)
                 x = static_cast<float>(x + (textWidth - static_cast<float>(area.w)) * -0.5);
             else
                 x = static_cast<float>(area.x + area.w) - textWidth;
         }
         // The line is font size pixels tall. Bottom placement puts its top at font size - area
-        // height: the area's own y cancels out and the gap is counted upwards, so in an area taller
-        // than one line the text lands above the area and is clipped away. Existing layouts are
-        // drawn with this placement, so it stays.
+        // height: the area's own y cancels out, so the line does not sit on the area's bottom but
+        // that far above y 0, where the area's clip mostly cuts it away. Existing layouts are drawn
+        // with this placement, so it stays.
         const double fontSize = font.getSize();
-        if (vertical == Place::centre)
+        if (places.y == centred)
             y = static_cast<float>(y + (fontSize - area.h) * -0.5);
-        else if (vertical == Place::end)
+        else if (places.y != atStart)
             y = static_cast<float>(y - (area.y + area.h - fontSize));
 
         Utf8Cursor cursor(utf8);

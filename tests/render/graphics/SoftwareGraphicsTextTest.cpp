@@ -85,6 +85,16 @@ Image makeTwoPixelGlyph()
 const Pixel background = {200, 20, 30, 40};
 const Colour ink(200, 100, 50, 255);
 
+// The two-pixel glyph in ink at pixel 1 of a row of five background pixels, clipped to clip.
+Image drawTwoPixelGlyphOnRow(int phase, const Rectangle& clip)
+{
+    Image canvas = makeCanvas(5, 1, background);
+    SoftwareGraphics graphics(canvas);
+    graphics.setClip(clip, false);
+    graphics.drawGlyph(makeTwoPixelGlyph(), Point(1, 0), ink, phase);
+    return canvas;
+}
+
 class SoftwareGraphicsTextTest : public ::testing::Test
 {
 protected:
@@ -115,57 +125,39 @@ TEST_F(SoftwareGraphicsTextTest, GlyphBlendsEachSubpixelIntoItsChannel)
 
 TEST_F(SoftwareGraphicsTextTest, PhaseShiftsTheSamplesBySubpixels)
 {
-    const Image glyph = makeTwoPixelGlyph();
-    Image canvas = makeCanvas(5, 1, background);
-    SoftwareGraphics graphics(canvas);
-    graphics.drawGlyph(glyph, Point(1, 0), ink, 1);
-
     // The samples 255, 128 | 0, 64, 255 | 1 fall on green, blue | red, green, blue | red.
-    EXPECT_EQ(pixelAt(canvas, 1, 0), (Pixel{124, 99, 30, 40}));
-    EXPECT_EQ(pixelAt(canvas, 2, 0), (Pixel{49, 39, 30, 40}));
-    EXPECT_EQ(pixelAt(canvas, 3, 0), (Pixel{200, 20, 30, 40}));  // (254 * 30 + 200) >> 8 = 30
+    const Image one = drawTwoPixelGlyphOnRow(1, Rectangle(0, 0, 5, 1));
+    EXPECT_EQ(pixelAt(one, 1, 0), (Pixel{124, 99, 30, 40}));
+    EXPECT_EQ(pixelAt(one, 2, 0), (Pixel{49, 39, 30, 40}));
+    EXPECT_EQ(pixelAt(one, 3, 0), (Pixel{200, 20, 30, 40}));  // (254 * 30 + 200) >> 8 = 30
 
-    Image shifted = makeCanvas(5, 1, background);
-    SoftwareGraphics(shifted).drawGlyph(glyph, Point(1, 0), ink, 2);
     // 255 | 128, 0, 64 | 255, 1 on blue | red, green, blue | red, green.
-    EXPECT_EQ(pixelAt(shifted, 1, 0), (Pixel{49, 20, 30, 40}));
-    EXPECT_EQ(pixelAt(shifted, 2, 0), (Pixel{161, 20, 114, 40}));
-    EXPECT_EQ(pixelAt(shifted, 3, 0), (Pixel{200, 20, 199, 40}));  // green: (254 * 20 + 100) >> 8 = 20
+    const Image two = drawTwoPixelGlyphOnRow(2, Rectangle(0, 0, 5, 1));
+    EXPECT_EQ(pixelAt(two, 1, 0), (Pixel{49, 20, 30, 40}));
+    EXPECT_EQ(pixelAt(two, 2, 0), (Pixel{161, 20, 114, 40}));
+    EXPECT_EQ(pixelAt(two, 3, 0), (Pixel{200, 20, 199, 40}));  // green: (254 * 20 + 100) >> 8 = 20
 
     // Phases other than 0, 1 and 2 draw nothing.
-    Image untouched = makeCanvas(5, 1, background);
-    SoftwareGraphics(untouched).drawGlyph(glyph, Point(1, 0), ink, 3);
-    SoftwareGraphics(untouched).drawGlyph(glyph, Point(1, 0), ink, -1);
-    EXPECT_EQ(findInk(untouched, background).isEmpty(), true);
+    EXPECT_TRUE(findInk(drawTwoPixelGlyphOnRow(3, Rectangle(0, 0, 5, 1)), background).isEmpty());
+    EXPECT_TRUE(findInk(drawTwoPixelGlyphOnRow(-1, Rectangle(0, 0, 5, 1)), background).isEmpty());
 }
 
 TEST_F(SoftwareGraphicsTextTest, AGlyphCutOnTheLeftStartsInsideItsSamples)
 {
-    const Image glyph = makeTwoPixelGlyph();
-    Image canvas = makeCanvas(5, 1, background);
-    SoftwareGraphics graphics(canvas);
-    graphics.setClip(Rectangle(2, 0, 3, 1), false);
-    graphics.drawGlyph(glyph, Point(1, 0), ink, 2);
-
     // The walk begins at pixel 2 with the glyph's sample 1 (128), as unclipped, and runs for the
     // glyph's width from there: the last two samples, which would reach pixel 3, are left out.
-    EXPECT_EQ(pixelAt(canvas, 1, 0), background);
-    EXPECT_EQ(pixelAt(canvas, 2, 0), (Pixel{161, 20, 114, 40}));
-    EXPECT_EQ(pixelAt(canvas, 3, 0), background);
+    const Image two = drawTwoPixelGlyphOnRow(2, Rectangle(2, 0, 3, 1));
+    EXPECT_EQ(pixelAt(two, 1, 0), background);
+    EXPECT_EQ(pixelAt(two, 2, 0), (Pixel{161, 20, 114, 40}));
+    EXPECT_EQ(pixelAt(two, 3, 0), background);
 
     // With phase 0 the cut is at a pixel boundary: pixel 2 gets the glyph's second pixel whole.
-    Image whole = makeCanvas(5, 1, background);
-    SoftwareGraphics wholeGraphics(whole);
-    wholeGraphics.setClip(Rectangle(2, 0, 3, 1), false);
-    wholeGraphics.drawGlyph(glyph, Point(1, 0), ink, 0);
-    EXPECT_EQ(pixelAt(whole, 1, 0), background);
-    EXPECT_EQ(pixelAt(whole, 2, 0), (Pixel{198, 99, 72, 40}));
+    const Image zero = drawTwoPixelGlyphOnRow(0, Rectangle(2, 0, 3, 1));
+    EXPECT_EQ(pixelAt(zero, 1, 0), background);
+    EXPECT_EQ(pixelAt(zero, 2, 0), (Pixel{198, 99, 72, 40}));
 
     // A clip on the right stops the walk at its edge.
-    Image cut = makeCanvas(5, 1, background);
-    SoftwareGraphics cutGraphics(cut);
-    cutGraphics.setClip(Rectangle(0, 0, 3, 1), false);
-    cutGraphics.drawGlyph(glyph, Point(1, 0), ink, 2);
+    const Image cut = drawTwoPixelGlyphOnRow(2, Rectangle(0, 0, 3, 1));
     EXPECT_EQ(pixelAt(cut, 2, 0), (Pixel{161, 20, 114, 40}));
     EXPECT_EQ(pixelAt(cut, 3, 0), background);
 }
