@@ -201,22 +201,25 @@ public:
 
 private:
     uint8_t* pixelAddress(int x, int y) const;
-    // The rectangle moved by the origin and cut to the clip.
-    Rectangle toClippedBuffer(const Rectangle& area) const;
-    // Blends one buffer pixel (already clipped) in the straight colour form, or writes the
-    // opaque word when alpha is 255.
+    // area moved by the origin and cut to the drawable part of the clip.
+    Rectangle toDrawable(const Rectangle& area) const;
+    // One drawable buffer pixel in the straight colour form at the given alpha, or the opaque
+    // word when alpha is 255.
     void blendStraightAt(int x, int y, const Colour& colour, int alpha);
-    // Fills rows of a clipped buffer rectangle with one word, or blends a premultiplied colour
-    // over them two pixels a step.
+    // The rows of a drawable buffer rectangle: set to one word, or a premultiplied word blended
+    // over them (see PixelKernels::blendWord).
     void fillWord(const Rectangle& bufferArea, uint32_t word);
-    void blendColour(const Rectangle& bufferArea, const Colour& colour);
-    // The tint of fillGradient's default mode on one clipped row.
-    void tintRow(int y, int left, int right, const Colour& colour);
-    void drawCircleCorner(const Rectangle& square, Colour colour, float centreX, float centreY, float radius);
+    void blendWord(const Rectangle& bufferArea, uint32_t word);
+    // The tint of fillGradient's default mode on columns left to right (excluded) of row y.
+    void tintRow(int y, int left, int right, const uint8_t channels[4]);
+    // fillCircle with the clip narrowed to square (relative to the origin).
+    void fillCircleIn(const Rectangle& square, const Colour& colour, float centreX, float centreY, float radius);
+    void setClipInBuffer(const Rectangle& area);
 
     int originX = 0;
     int originY = 0;
-    Rectangle clip;       // buffer coordinates
+    Rectangle clip;       // buffer coordinates, as set
+    Rectangle drawable;   // clip cut to the buffer: the only pixels that drawing touches
     int width = 0;        // buffer size, pixels
     int height = 0;
     int stride = 0;       // bytes from one line to the next; may be negative

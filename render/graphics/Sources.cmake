@@ -3,4 +3,7 @@
 list(APPEND render_sources
   graphics/Alignment.cpp
   graphics/SoftwareGraphics.cpp
+  graphics/SoftwareGraphicsCircles.cpp
+  graphics/SoftwareGraphicsImages.cpp
+  graphics/SoftwareGraphicsLines.cpp
 )

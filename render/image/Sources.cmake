@@ -1,0 +1,6 @@
+# Resampling and the image operations built on it (resampleImage, resized, getScaled,
+# getSubImage). The image blits are operations of SoftwareGraphics, in graphics/.
+list(APPEND render_sources
+  image/ImageScaling.cpp
+  image/ResamplingFilter.cpp
+)
