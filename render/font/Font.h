@@ -59,7 +59,8 @@ public:
     void setSize(double size);
 
     // The glyph of a character code from the process's glyph cache, rendered on first use and kept
-    // until the framework shuts down. Null when this font has no face or FreeType fails.
+    // until the framework shuts down. Null when this font has no face, when its size is not above
+    // 0 and at most 1000 points, or when FreeType fails.
     const Glyph* getGlyph(uint32_t code) const;
 
     // Sum of the advances, in pixels, of the first maxChars characters of utf8 (null counts as

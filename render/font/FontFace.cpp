@@ -17,6 +17,9 @@ namespace
 constexpr int horizontalOversampling = 64;
 constexpr int dotsPerInch = 96;
 constexpr uint32_t referenceCode = 'A';
+// Larger sizes (and sizes that are not positive numbers) render nothing: a glyph's bitmap grows
+// with the square of the size, and FreeType's 26.6 sizes end not far beyond.
+constexpr double largestSize = 1000.0;
 
 // Loads and renders glyph index into the face's slot; false when FreeType fails either step.
 bool renderIntoSlot(FT_Face face, FT_UInt index, FT_Int32 loadFlags, FT_Render_Mode mode)
@@ -76,7 +79,8 @@ String FontFace::getName() const
 
 Glyph* FontFace::createGlyph(const Font& font, uint32_t code)
 {
-    if (!face)
+    const double size = font.getSize();
+    if (!face || !(size > 0.0 && size <= largestSize))
         return nullptr;
 
     const bool hinted = font.isVerticallyHinted();
@@ -84,8 +88,10 @@ Glyph* FontFace::createGlyph(const Font& font, uint32_t code)
     const int factor = hinted ? horizontalOversampling : 1;
     const FT_Render_Mode mode = font.isLcd() ? FT_RENDER_MODE_LCD : FT_RENDER_MODE_NORMAL;
 
-    FT_Set_Char_Size(face, static_cast<FT_F26Dot6>(font.getSize() * 64), 0, static_cast<FT_UInt>(dotsPerInch * factor),
-                     dotsPerInch);
+    if (FT_Set_Char_Size(face, static_cast<FT_F26Dot6>(size * 64), 0, static_cast<FT_UInt>(dotsPerInch * factor),
+                         dotsPerInch)
+        != 0)
+        return nullptr;
     if (hinted)
     {
         FT_Matrix squeeze;

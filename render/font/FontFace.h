@@ -33,8 +33,9 @@ public:
     FontEngine* getEngine() const { return engine; }
 
     // Renders the glyph of code for font, whose face must be this one: a new glyph owned by the
-    // caller, or null when FreeType fails to load or render it. A code the face lacks gives the
-    // face's glyph 0. Sizes, hinting and rendering mode follow the font (see Font).
+    // caller, or null when FreeType fails to load or render it, or when the font's size is not
+    // above 0 and at most 1000 points. A code the face lacks gives the face's glyph 0. Sizes,
+    // hinting and rendering mode follow the font (see Font).
     Glyph* createGlyph(const Font& font, uint32_t code);
 
 private:

@@ -32,6 +32,17 @@ TEST_F(FontFaceTest, FreeTypeRefusesWhatIsNotAFont)
     EXPECT_EQ(FontEngine::getInstance()->loadFace(MemoryBlock::loadFromFile("/nonexistent/font.ttf")), nullptr);
 }
 
+TEST_F(FontFaceTest, SizesOutsideTheRenderedRangeGiveNoGlyph)
+{
+    for (const double size : {0.0, -10.0, 1000.5, 1e300, std::nan("")})
+    {
+        const Font font(face.get(), size, true, true);
+        EXPECT_EQ(font.getGlyph('A'), nullptr) << size;
+        EXPECT_EQ(font.getTextWidth("AB"), 0.0f);
+    }
+    EXPECT_NE(Font(face.get(), 0.5, true, true).getGlyph('A'), nullptr);
+}
+
 TEST_F(FontFaceTest, GlyphsHangFromTheTopOfCapitalA)
 {
     const Font font(face.get(), 10.0, true, true);
