@@ -52,7 +52,8 @@ public:
     // length is negative or more than the stream has left: nothing is allocated for such a length
     // and an owned block is emptied. A short read of honest data is not reported.
     bool readFrom(Stream& stream);
-    // Writes the persistent form. False when the stream did not take every byte.
+    // Writes the persistent form; always true. A stream that refuses bytes shows it in its own
+    // position and size.
     bool writeTo(Stream& stream) const;
 
     // The whole stream from its start, in a new owned block; empty for an empty stream. A short

@@ -179,8 +179,8 @@ public:
     // The whole file as text (up to its first NUL byte); null handle for an empty or unreadable
     // file.
     static String loadFromFile(const String& path);
-    // Writes the text's bytes, without a terminator, replacing the file. False when the file did
-    // not open or not every byte was written.
+    // Writes the text's bytes, without a terminator, replacing the file. True when the file
+    // opened, false otherwise.
     bool saveToFile(const String& path) const;
 
 private:

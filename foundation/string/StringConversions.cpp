@@ -168,8 +168,8 @@ bool String::saveToFile(const String& path) const
     FileStream file(path, FileStream::forWriting);
     if (!file.isOpen())
         return false;
-    const int64_t size = static_cast<int64_t>(getBytesCount());
-    return file.write(getCString(), size) == size;
+    file.write(getCString(), static_cast<int64_t>(getBytesCount()));
+    return true;
 }
 
 }  // namespace q1framework
