@@ -3,6 +3,8 @@
 // system font.
 #include "render/graphics/SoftwareGraphics.h"
 
+#include "GoldenImage.h"
+#include "PixelAssertions.h"
 #include "foundation/runtime/DeletedAtShutdown.h"
 #include "media/image/Image.h"
 #include "render/font/Font.h"
@@ -11,13 +13,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
+#include <string>
 #include <utility>
 
 using q1framework::Alignment;
 using q1framework::Colour;
 using q1framework::Font;
+using q1framework::Glyph;
 using q1framework::Image;
 using q1framework::Point;
 using q1framework::Rectangle;
@@ -25,20 +28,9 @@ using q1framework::SoftwareGraphics;
 
 namespace
 {
-using Pixel = std::array<int, 4>;  // blue, green, red, alpha: the bytes in memory
+using Pixel = PixelValue;
 
-Pixel pixelAt(const Image& image, int x, int y)
-{
-    const uint8_t* pixel = image.getPixelPointer(x, y);
-    return {pixel[0], pixel[1], pixel[2], pixel[3]};
-}
-
-Image makeCanvas(int width, int height, const Pixel& background)
-{
-    Image canvas(width, height, false);
-    canvas.fill(background[2], background[1], background[0], background[3]);
-    return canvas;
-}
+Pixel pixelAt(const Image& image, int x, int y) { return readPixel(image, x, y); }
 
 // The pixels whose colour differs from the background.
 struct Ink
@@ -50,6 +42,7 @@ struct Ink
     bool isEmpty() const { return right < 0; }
 };
 
+// channel: 0 blue, 1 green, 2 red, or -1 for any.
 Ink findInk(const Image& canvas, const Pixel& background, int channel = -1)
 {
     Ink ink;
@@ -57,10 +50,9 @@ Ink findInk(const Image& canvas, const Pixel& background, int channel = -1)
         for (int x = 0; x < canvas.getWidth(); ++x)
         {
             const Pixel pixel = pixelAt(canvas, x, y);
-            bool changed = false;
-            for (int c = 0; c < 3; ++c)
-                changed |= (channel < 0 || channel == c) && pixel[c] != background[c];
-            if (changed)
+            const bool changed = (channel < 0 || channel == 0) && pixel.blue != background.blue;
+            if (changed || ((channel < 0 || channel == 1) && pixel.green != background.green)
+                || ((channel < 0 || channel == 2) && pixel.red != background.red))
             {
                 ink.left = std::min(ink.left, x);
                 ink.top = std::min(ink.top, y);
@@ -84,6 +76,8 @@ Image makeTwoPixelGlyph()
 
 const Pixel background = {200, 20, 30, 40};
 const Colour ink(200, 100, 50, 255);
+const Pixel black = {0, 0, 0, 255};
+const Colour white(0xFFFFFFFF);
 
 // The two-pixel glyph in ink at pixel 1 of a row of five background pixels, clipped to clip.
 Image drawTwoPixelGlyphOnRow(int phase, const Rectangle& clip)
@@ -93,6 +87,28 @@ Image drawTwoPixelGlyphOnRow(int phase, const Rectangle& clip)
     graphics.setClip(clip, false);
     graphics.drawGlyph(makeTwoPixelGlyph(), Point(1, 0), ink, phase);
     return canvas;
+}
+
+// Checks the first two pixel columns of glyph as white text drew them on black, with its pen at
+// penX (fractional) and the line's top at lineTop, in buffer pixels. On black the blend reduces
+// to channel = (255 * sample) >> 8, and sample s of a glyph row lands on subpixel
+// 3 * (floor(penX) + offsetX) + phase + s, phase being the pen's fraction in thirds; subpixels go
+// red, green, blue. Subpixels before the first sample stay black.
+void expectGlyphStart(const Image& canvas, const Glyph& glyph, double penX, int lineTop)
+{
+    const int left = static_cast<int>(std::floor(penX)) + glyph.offsetX;
+    const int phase = static_cast<int>((penX - std::floor(penX)) * 3);
+    const int samples = glyph.image.getWidth() * 3;
+    for (int row = 0; row < glyph.image.getHeight(); ++row)
+        for (int subpixel = 0; subpixel < 6; ++subpixel)
+        {
+            const int sample = subpixel - phase;
+            const int coverage =
+                sample >= 0 && sample < samples ? glyph.image.getPixelPointer(sample / 3, row)[sample % 3] : 0;
+            const Pixel pixel = pixelAt(canvas, left + subpixel / 3, lineTop + glyph.offsetY + row);
+            const int channel = subpixel % 3 == 0 ? pixel.red : subpixel % 3 == 1 ? pixel.green : pixel.blue;
+            ASSERT_EQ(channel, (255 * coverage) >> 8) << "row " << row << ", subpixel " << subpixel;
+        }
 }
 
 class SoftwareGraphicsTextTest : public ::testing::Test
@@ -197,54 +213,46 @@ TEST_F(SoftwareGraphicsTextTest, TopLeftTextHangsFromTheAreaTop)
     // The alpha bytes stay as they were.
     for (int y = 0; y < canvas.getHeight(); ++y)
         for (int x = 0; x < canvas.getWidth(); ++x)
-            ASSERT_EQ(pixelAt(canvas, x, y)[3], 77);
+            ASSERT_EQ(pixelAt(canvas, x, y).alpha, 77);
 }
 
-TEST_F(SoftwareGraphicsTextTest, AlignmentPlacesThePen)
+// Every alignment, one area each, outlined. The bottom row's areas are one line tall: there the
+// bottom placement (font size - area height above y 0) coincides with the top.
+TEST_F(SoftwareGraphicsTextTest, AlignmentsScene)
 {
-    const Pixel black = {0, 0, 0, 255};
-    const Rectangle area(10, 5, 100, 30);
-    const char* text = "AIA";
-    const float width = Font::getFallback().getTextWidth(text);
-    auto inkFor = [&](Alignment alignment, const Rectangle& where) {
-        Image canvas = makeCanvas(130, 50, black);
-        SoftwareGraphics(canvas).drawText(where, text, Colour(0xFFFFFFFF), alignment);
-        return findInk(canvas, black);
-    };
-    const Ink topLeft = inkFor(Alignment::TopLeft, area);
-    ASSERT_FALSE(topLeft.isEmpty());
+    Image canvas = makeCanvas(160, 100, black);
+    SoftwareGraphics graphics(canvas);
+    const Font& font = graphics.getFont();
+    const char* text = "Kel";
+    const double width = font.getTextWidth(text);
+    const Glyph& k = *font.getGlyph('K');
 
-    // Horizontal: the pen moves by (area width - text width) / 2 or by all of it; the ink follows
-    // within the one pixel that the pen's fraction can add.
-    const double centreShift = (area.w - width) * 0.5;
-    const double rightShift = area.w - width;
-    struct Case
+    const Alignment alignments[9] = {Alignment::TopLeft,    Alignment::TopCentre,    Alignment::TopRight,
+                                     Alignment::CentreLeft, Alignment::Centre,       Alignment::CentreRight,
+                                     Alignment::BottomLeft, Alignment::BottomCentre, Alignment::BottomRight};
+    for (int cell = 0; cell < 9; ++cell)
     {
-        Alignment alignment;
-        double dx;
-        int dy;
-    };
-    // Vertical: centring moves the line down by (30 - 10) / 2 rows.
-    for (const Case& c : {Case{Alignment::TopCentre, centreShift, 0}, Case{Alignment::TopRight, rightShift, 0},
-                          Case{Alignment::Centre, centreShift, 10}, Case{Alignment::CentreLeft, 0.0, 10},
-                          Case{Alignment::CentreRight, rightShift, 10}, Case{Alignment::Stretch, 0.0, 0},
-                          Case{static_cast<Alignment>(12), centreShift, 10}})
-    {
-        const Ink ink = inkFor(c.alignment, area);
-        const int whole = static_cast<int>(std::floor(c.dx));
-        SCOPED_TRACE("alignment " + std::to_string(static_cast<int>(c.alignment)));
-        EXPECT_EQ(ink.top, topLeft.top + c.dy);
-        EXPECT_EQ(ink.bottom, topLeft.bottom + c.dy);
-        EXPECT_GE(ink.left, topLeft.left + whole);
-        EXPECT_LE(ink.left, topLeft.left + whole + 1);
-        EXPECT_GE(ink.right, topLeft.right + whole);
-        EXPECT_LE(ink.right, topLeft.right + whole + 1);
+        const int column = cell % 3;
+        const int row = cell / 3;
+        const Rectangle area(4 + 52 * column, 4 + 34 * row, 48, row < 2 ? 30 : 10);
+        graphics.drawRect(Rectangle(area.x - 1, area.y - 1, area.w + 2, area.h + 2), Colour(0xFF505050));
+        // Cells are drawn from an origin at the area, so that the bottom row's y is 0.
+        graphics.translate(area.x, area.y);
+        graphics.drawText(Rectangle(0, 0, area.w, area.h), text, white, alignments[cell]);
+        graphics.translate(-area.x, -area.y);
+
+        // The pen: left, centred ((48 - width) / 2 to the right) or right (48 - width); the line's
+        // top at the area's top, or (30 - 10) / 2 = 10 rows lower when centred.
+        const double penX = area.x + (column == 0 ? 0.0 : column == 1 ? (area.w - width) * 0.5 : area.w - width);
+        const int lineTop = area.y + (row == 1 ? 10 : 0);
+        SCOPED_TRACE("cell " + std::to_string(cell));
+        expectGlyphStart(canvas, k, static_cast<float>(penX), lineTop);
     }
+    EXPECT_TRUE(GoldenImage::matchesGolden(canvas, "text"));
 }
 
 TEST_F(SoftwareGraphicsTextTest, BottomAlignmentCountsTheGapUpwards)
 {
-    const Pixel black = {0, 0, 0, 255};
     auto inkFor = [&](Alignment alignment, const Rectangle& area) {
         Image canvas = makeCanvas(60, 60, black);
         SoftwareGraphics graphics(canvas);
@@ -278,7 +286,6 @@ TEST_F(SoftwareGraphicsTextTest, BottomAlignmentCountsTheGapUpwards)
 
 TEST_F(SoftwareGraphicsTextTest, TextStaysInsideItsAreaAndTheClipComesBack)
 {
-    const Pixel black = {0, 0, 0, 255};
     Image canvas = makeCanvas(60, 30, black);
     SoftwareGraphics graphics(canvas);
     graphics.translate(2, 0);
@@ -304,7 +311,6 @@ TEST_F(SoftwareGraphicsTextTest, TextStaysInsideItsAreaAndTheClipComesBack)
 
 TEST_F(SoftwareGraphicsTextTest, ShadowIsTheInvertedColourMovedUp)
 {
-    const Pixel black = {0, 0, 0, 255};
     Image canvas = makeCanvas(40, 30, black);
     SoftwareGraphics(canvas).drawTextWithShadow(Rectangle(5, 10, 30, 15), "I", Colour(255, 0, 0, 255),
                                                 Alignment::TopLeft, 128, 3.5f);
@@ -320,31 +326,70 @@ TEST_F(SoftwareGraphicsTextTest, ShadowIsTheInvertedColourMovedUp)
         for (int x = 0; x < canvas.getWidth(); ++x)
         {
             const Pixel pixel = pixelAt(canvas, x, y);
-            EXPECT_EQ(pixel[2], 0);
-            EXPECT_LE(pixel[1], 127);
-            EXPECT_LE(pixel[0], 127);
-            brightest = std::max({brightest, pixel[0], pixel[1]});
+            EXPECT_EQ(pixel.red, 0);
+            EXPECT_LE(pixel.green, 127);
+            EXPECT_LE(pixel.blue, 127);
+            brightest = std::max({brightest, pixel.blue, pixel.green});
         }
     EXPECT_GT(brightest, 100);
 }
 
-TEST_F(SoftwareGraphicsTextTest, FontSizeIsThePaintersOwn)
+// One line at each of several sizes. The painter's size is its own: the fallback font keeps 10.
+TEST_F(SoftwareGraphicsTextTest, SizesScene)
 {
-    const Pixel black = {0, 0, 0, 255};
-    Image canvas = makeCanvas(60, 40, black);
+    Image canvas = makeCanvas(160, 128, black);
     SoftwareGraphics graphics(canvas);
     EXPECT_EQ(graphics.getFontSize(), 10.0);
-    graphics.setFontSize(20.0);
-    EXPECT_EQ(graphics.getFontSize(), 20.0);
+    int top = 3;
+    for (const double size : {8.0, 10.0, 13.0, 17.0, 22.0, 28.0})
+    {
+        graphics.setFontSize(size);
+        EXPECT_EQ(graphics.getFontSize(), size);
+        graphics.drawText(Rectangle(4, top, 156, 40), "Kelvane", white, Alignment::TopLeft);
+        SCOPED_TRACE("size " + std::to_string(size));
+        expectGlyphStart(canvas, *graphics.getFont().getGlyph('K'), 4.0, top);
+        top += static_cast<int>(size) + 4;
+    }
     EXPECT_EQ(Font::getFallback().getSize(), 10.0);
-
-    // The cap height of "A" at 20 points snaps to 20 rows.
-    graphics.drawText(Rectangle(5, 5, 50, 30), "A", Colour(0xFFFFFFFF), Alignment::TopLeft);
-    const Ink ink = findInk(canvas, black);
-    EXPECT_EQ(ink.top, 5);
-    EXPECT_EQ(ink.bottom, 24);
-
     graphics.setFont(Font::getFallback());
     EXPECT_EQ(graphics.getFontSize(), 10.0);
     EXPECT_TRUE(graphics.getFont() == Font::getFallback());
+    EXPECT_TRUE(GoldenImage::matchesGolden(canvas, "text"));
+}
+
+// Right-aligned "Output" starts its pen 46.3125 pixels left of the area's right edge, at a
+// fraction of 0.6875: phase 2. Drawn twice, the second time with the clip's left edge inside its
+// first glyph. From that edge on, the clipped line must match the whole one, except where the
+// first glyph's last two samples land: the clipped walk stops one glyph width after its start
+// subpixel, and leaves them out.
+TEST_F(SoftwareGraphicsTextTest, PhaseTwoLeftOfTheClipScene)
+{
+    Image canvas = makeCanvas(80, 40, black);
+    SoftwareGraphics graphics(canvas);
+    const char* text = "Output";
+    const double penX = 74 - static_cast<double>(graphics.getFont().getTextWidth(text));
+    ASSERT_EQ(static_cast<int>((penX - std::floor(penX)) * 3), 2) << "pen at " << penX;
+    const Glyph& o = *graphics.getFont().getGlyph('O');
+    const int glyphLeft = static_cast<int>(std::floor(penX)) + o.offsetX;
+    const int clipLeft = glyphLeft + 2;
+
+    graphics.drawText(Rectangle(4, 4, 70, 14), text, white, Alignment::TopRight);
+    graphics.setClip(Rectangle(clipLeft, 0, 80 - clipLeft, 40), false);
+    graphics.drawText(Rectangle(4, 22, 70, 14), text, white, Alignment::TopRight);
+
+    expectGlyphStart(canvas, o, penX, 4);
+    const int droppedColumn = glyphLeft + o.image.getWidth();
+    for (int row = 0; row < 14; ++row)
+        for (int x = 0; x < 80; ++x)
+        {
+            const Pixel whole = pixelAt(canvas, x, 4 + row);
+            const Pixel clipped = pixelAt(canvas, x, 22 + row);
+            if (x < clipLeft)
+                EXPECT_EQ(clipped, black) << x << ", " << row;
+            else if (x == droppedColumn)
+                EXPECT_EQ(clipped.blue, whole.blue) << "row " << row;  // red and green are the dropped samples'
+            else
+                EXPECT_EQ(clipped, whole) << x << ", " << row;
+        }
+    EXPECT_TRUE(GoldenImage::matchesGolden(canvas, "text"));
 }
