@@ -1,5 +1,6 @@
 #include "plugin/KLStateDocument.h"
 
+#include "foundation/string/Utf8Cursor.h"
 #include "plugin/ScopedClassicLocale.h"
 
 #include <tinyxml.h>
@@ -72,12 +73,25 @@ KLStateDocument::ProgramReading readProgram(const TiXmlElement* element)
     return reading;
 }
 
-// Parses `text` into `document`; false for text with too much markup to be one of ours, and for
-// text that is no well-formed XML. TinyXML keeps the elements it read before an error, so a
-// document that breaks off ("<KELVANE") would otherwise count as one.
+// Whether every multi-byte character of text is complete up to its terminator. TinyXML steps over
+// a character by the length its lead byte announces, so a sequence cut short by the end of the
+// text would make it read past the terminator.
+bool isWholeUtf8(const char* text)
+{
+    q1framework::Utf8Cursor cursor(text);
+    while (cursor.next() != 0)
+    {
+    }
+    return *cursor.getCurrent() == '\0';
+}
+
+// Parses `text` into `document`; false for text with too much markup to be one of ours, for text
+// that is not whole UTF-8, and for text that is no well-formed XML. TinyXML keeps the elements it
+// read before an error, so a document that breaks off ("<KELVANE") would otherwise count as one.
 bool parsed(TiXmlDocument& document, const String& text)
 {
-    if (!KLStateDocument::hasAtMostMarkup(text.getCString(), KLStateDocument::maximumMarkup))
+    if (!KLStateDocument::hasAtMostMarkup(text.getCString(), KLStateDocument::maximumMarkup)
+        || !isWholeUtf8(text.getCString()))
         return false;
     document.Parse(text.getCString(), nullptr, TIXML_ENCODING_UTF8);
     return !document.Error();

@@ -60,10 +60,10 @@ public:
                                            const float values[KLParameters::count]);
 
     // Reads a document that print wrote. Text that is not well-formed XML (a document that breaks
-    // off included), has more markup than maximumMarkup, or whose first element is not "KELVANE"
-    // gives a Reading with isKelvane false. A value is taken only when it reads as a number in
-    // 0..1, an editor size only in 1..32767 (what a host's editor rectangle can hold); anything
-    // else counts as missing.
+    // off included), not whole UTF-8, has more markup than maximumMarkup, or whose first element
+    // is not "KELVANE" gives a Reading with isKelvane false. A value is taken only when it reads
+    // as a number in 0..1, an editor size only in 1..32767 (what a host's editor rectangle can
+    // hold); anything else counts as missing.
     static Reading parse(const q1framework::String& text);
     // Reads the first child element of the first element as a program, whatever their names.
     static ProgramReading parseProgram(const q1framework::String& text);
