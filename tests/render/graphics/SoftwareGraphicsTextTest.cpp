@@ -194,28 +194,6 @@ TEST_F(SoftwareGraphicsTextTest, CoverageBelowOneStepWritesNothing)
     EXPECT_EQ(pixelAt(canvas, 0, 0), (Pixel{255, 253, 255, 255}));
 }
 
-TEST_F(SoftwareGraphicsTextTest, TopLeftTextHangsFromTheAreaTop)
-{
-    const Pixel black = {0, 0, 0, 77};
-    Image canvas = makeCanvas(60, 30, black);
-    SoftwareGraphics graphics(canvas);
-    graphics.drawText(Rectangle(10, 5, 40, 20), "A", Colour(0xFFFFFFFF), Alignment::TopLeft);
-
-    // The top of "A" is the line's top; at 10 points its cap height covers 10 rows. Its image
-    // starts one pixel left of the pen (left bearing -1), and the LCD filter spreads the ink.
-    const Ink ink = findInk(canvas, black);
-    EXPECT_EQ(ink.top, 5);
-    EXPECT_EQ(ink.bottom, 14);
-    EXPECT_GE(ink.left, 9);
-    EXPECT_LE(ink.left, 10);
-    EXPECT_GE(ink.right, 17);  // about 9 pixels wide
-    EXPECT_LE(ink.right, 19);
-    // The alpha bytes stay as they were.
-    for (int y = 0; y < canvas.getHeight(); ++y)
-        for (int x = 0; x < canvas.getWidth(); ++x)
-            ASSERT_EQ(pixelAt(canvas, x, y).alpha, 77);
-}
-
 // Every alignment, one area each, outlined. The bottom row's areas are one line tall: there the
 // bottom placement (font size - area height above y 0) coincides with the top.
 TEST_F(SoftwareGraphicsTextTest, AlignmentsScene)
@@ -257,7 +235,7 @@ TEST_F(SoftwareGraphicsTextTest, BottomAlignmentCountsTheGapUpwards)
         Image canvas = makeCanvas(60, 60, black);
         SoftwareGraphics graphics(canvas);
         graphics.translate(0, 30);
-        graphics.drawText(area, "I", Colour(0xFFFFFFFF), alignment);
+        graphics.drawText(area, "I", white, alignment);
         return findInk(canvas, black);
     };
 
@@ -292,7 +270,7 @@ TEST_F(SoftwareGraphicsTextTest, TextStaysInsideItsAreaAndTheClipComesBack)
     graphics.setClip(Rectangle(1, 1, 50, 25), true);
     const Rectangle before = graphics.getClip(false);
 
-    graphics.drawText(Rectangle(8, 5, 8, 20), "AIAIAI", Colour(0xFFFFFFFF), Alignment::TopLeft);
+    graphics.drawText(Rectangle(8, 5, 8, 20), "AIAIAI", white, Alignment::TopLeft);
     const Ink ink = findInk(canvas, black);
     ASSERT_FALSE(ink.isEmpty());
     EXPECT_GE(ink.left, 10);
@@ -303,8 +281,8 @@ TEST_F(SoftwareGraphicsTextTest, TextStaysInsideItsAreaAndTheClipComesBack)
     Image blank = makeCanvas(60, 30, black);
     SoftwareGraphics quiet(blank);
     quiet.setClip(Rectangle(0, 0, 30, 30), false);
-    quiet.drawText(Rectangle(0, 0, 60, 30), nullptr, Colour(0xFFFFFFFF), Alignment::TopLeft);
-    quiet.drawText(Rectangle(40, 0, 20, 30), "A", Colour(0xFFFFFFFF), Alignment::TopLeft);
+    quiet.drawText(Rectangle(0, 0, 60, 30), nullptr, white, Alignment::TopLeft);
+    quiet.drawText(Rectangle(40, 0, 20, 30), "A", white, Alignment::TopLeft);
     EXPECT_TRUE(findInk(blank, black).isEmpty());
     EXPECT_EQ(quiet.getClip(false), Rectangle(0, 0, 30, 30));
 }
