@@ -16,7 +16,7 @@ FallbackFont* instance = nullptr;
 constexpr double fallbackSize = 10.0;
 }  // namespace
 
-Font& Font::getFallback() { return FallbackFont::getInstance(); }
+const Font& Font::getFallback() { return FallbackFont::getInstance(); }
 
 FallbackFont& FallbackFont::getInstance()
 {

@@ -38,8 +38,8 @@ public:
 
     // The one system font of the process (a FallbackFont, 10 points, LCD, vertically hinted),
     // made on first use and deleted at the framework's shutdown. When no system font could be
-    // read it still exists, with no face.
-    static Font& getFallback();
+    // read it still exists, with no face. Read-only: callers copy it to change the size.
+    static const Font& getFallback();
 
     // Equal sizes, LCD and hinting modes, style values and the same face.
     bool operator==(const Font& other) const;

@@ -22,7 +22,7 @@ class FontTest : public SystemFaceTest
 
 TEST_F(FontTest, FallbackIsTheSystemFaceAtTenPoints)
 {
-    Font& fallback = Font::getFallback();
+    const Font& fallback = Font::getFallback();
     EXPECT_EQ(&fallback, &Font::getFallback());
     EXPECT_EQ(&fallback, q1framework::FallbackFont::getInstanceWithoutCreating());
     ASSERT_NE(fallback.getFace(), nullptr);
