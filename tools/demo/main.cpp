@@ -1,97 +1,80 @@
-// kelvane-demo OUTPUT_FOLDER
+// kelvane-demo FOLDER
 //
-// Renders the built-in drum loop through the transient processor with a few settings, writes each
-// rendering as a WAV file into OUTPUT_FOLDER and prints what every setting did to the hits.
+// Prints what each setting of the demo did to every hit of the built-in drum loop: reads the four
+// renderings of the loop that scripts/demo.sh makes with kelvane-render through the installed
+// plug-in (dry.wav, attack-plus-100.wav, attack-minus-100.wav, release-plus-100.wav in FOLDER)
+// and measures each hit against the dry loop.
 
-#include "common/AudioFile.h"
+#include "common/AudioFileReader.h"
 #include "common/HitReport.h"
 #include "dsp/DemoDrumLoop.h"
-#include "dsp/TransientProcessor.h"
 
 #include <cstdio>
 #include <filesystem>
-#include <functional>
 #include <string>
-#include <system_error>
 #include <vector>
 
 namespace
 {
-constexpr int blockSize = 512;
-
-struct Setting
+struct Rendering
 {
     const char* name;
     const char* fileName;
-    std::function<void(TransientProcessor&)> apply;  // null: the dry loop, unprocessed
 };
 
-// Processes a copy of the loop in place, block by block, with the effect's default controls and
-// then `apply`.
-void render(const DemoDrumLoop& loop, const Setting& setting, std::vector<float>& left,
-            std::vector<float>& right)
+constexpr Rendering renderings[] = {
+    {"dry", "dry.wav"},
+    {"Attack +100%", "attack-plus-100.wav"},
+    {"Attack -100%", "attack-minus-100.wav"},
+    {"Release +100%", "release-plus-100.wav"},
+};
+
+// Reads a stereo rendering of the whole loop at its rate into two channels. Returns an empty
+// string on success, otherwise a one-line reason.
+std::string readRendering(const std::string& path, std::vector<float>& left, std::vector<float>& right)
 {
-    left = loop.left();
-    right = loop.right();
-    if (!setting.apply)
-        return;
-    TransientProcessor processor;
-    processor.setAttack(0.5f);
-    processor.setRelease(0.5f);
-    processor.setBypass(false);
-    processor.setGain(0.5f);
-    processor.setAttackTime(1.0f);
-    processor.setReleaseTime(1.0f);
-    processor.setDrive(0.0f);
-    setting.apply(processor);
-    for (int start = 0; start < DemoDrumLoop::frameCount; start += blockSize)
+    AudioFileReader file;
+    std::string failure = file.open(path);
+    if (!failure.empty())
+        return failure + "; run scripts/demo.sh to make it";
+    if (file.channels() != 2 || file.sampleRate() != DemoDrumLoop::sampleRate
+        || file.frames() != DemoDrumLoop::frameCount)
+        return path + " is not a rendering of the demo loop (stereo, 44100 Hz, 8 s); run scripts/demo.sh again";
+    std::vector<float> interleaved(2 * static_cast<std::size_t>(DemoDrumLoop::frameCount));
+    if (file.read(interleaved.data(), DemoDrumLoop::frameCount) != DemoDrumLoop::frameCount)
+        return "cannot read all of " + path + "; run scripts/demo.sh again";
+    left.resize(static_cast<std::size_t>(DemoDrumLoop::frameCount));
+    right.resize(static_cast<std::size_t>(DemoDrumLoop::frameCount));
+    for (std::size_t frame = 0; frame < left.size(); ++frame)
     {
-        const int count = std::min(blockSize, DemoDrumLoop::frameCount - start);
-        processor.processStereo(left.data() + start, right.data() + start, left.data() + start,
-                                right.data() + start, count, false);
+        left[frame] = interleaved[2 * frame];
+        right[frame] = interleaved[2 * frame + 1];
     }
+    return {};
 }
-}
+}  // namespace
 
 int main(int argc, char** argv)
 {
     if (argc != 2)
     {
-        std::fprintf(stderr, "usage: kelvane-demo OUTPUT_FOLDER\n");
+        std::fprintf(stderr, "usage: kelvane-demo FOLDER (the renderings that scripts/demo.sh writes)\n");
         return 2;
     }
     const std::filesystem::path folder = argv[1];
-    std::error_code error;
-    std::filesystem::create_directories(folder, error);
-    if (error)
-    {
-        std::fprintf(stderr, "kelvane-demo: cannot create %s: %s\n", folder.c_str(), error.message().c_str());
-        return 1;
-    }
-
-    const Setting settings[] = {
-        {"dry", "dry.wav", nullptr},
-        {"Attack +100%", "attack-plus-100.wav", [](TransientProcessor& p) { p.setAttack(1.0f); }},
-        {"Attack -100%", "attack-minus-100.wav", [](TransientProcessor& p) { p.setAttack(0.0f); }},
-        {"Release +100%", "release-plus-100.wav", [](TransientProcessor& p) { p.setRelease(1.0f); }},
-    };
-
     const DemoDrumLoop loop;
     HitReport report(loop.hits(), DemoDrumLoop::sampleRate);
     std::vector<float> left;
     std::vector<float> right;
-    for (const Setting& setting : settings)
+    for (const Rendering& rendering : renderings)
     {
-        render(loop, setting, left, right);
-        const std::string path = (folder / setting.fileName).string();
-        const std::string failure = AudioFile::writeFloatWav(path, {&left, &right}, DemoDrumLoop::sampleRate);
+        const std::string failure = readRendering((folder / rendering.fileName).string(), left, right);
         if (!failure.empty())
         {
             std::fprintf(stderr, "kelvane-demo: %s\n", failure.c_str());
             return 1;
         }
-        std::printf("wrote %s\n", path.c_str());
-        report.addRendering(setting.name, left, right);
+        report.addRendering(rendering.name, left, right);
     }
 
     std::printf("\nKelvane on the demo drum loop (8 s, 44.1 kHz, stereo), first bar:\n");
