@@ -135,7 +135,6 @@ void KLAudioPlugin::applyProgram()
     refreshAllEditors();
     for (int index = 0; index < KLParameters::count; ++index)
         activeValues[index] = program.getValue(index);
-    activeRow = 0;
     for (int index = 0; index < getNumParameters(); ++index)
         applyParameter(index, activeValues[index]);
 }

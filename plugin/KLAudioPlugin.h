@@ -26,8 +26,6 @@
 class KLAudioPlugin : public q1framework::AudioPlugin
 {
 public:
-    static constexpr int numPrograms = 1;
-
     // Host thread (the adapter's entry). A stereo effect with the default program applied.
     KLAudioPlugin();
     ~KLAudioPlugin() override;
@@ -35,7 +33,10 @@ public:
     // ---- AudioPlugin. ------------------------------------------------------------------------
     // Host thread. The whole state as a chunk; true.
     bool getState(q1framework::Stream& stream) override;
-    // Host thread. Applies a chunk: see setState in KLAudioPluginState.cpp. Always true.
+    // Host thread. Reads a chunk and applies it. A wrong magic, a short stream or text that is no
+    // Kelvane document leaves the state as it was; an attribute that is missing or unusable leaves
+    // its value, but a missing editor size means the default 750 x 175. The program is applied
+    // again in every case. Always true.
     bool setState(q1framework::Stream& stream) override;
     bool hasEditor() override { return true; }
     // Any thread; takes the mutex (the adapter holds it already). Stores value in the program and
@@ -110,6 +111,5 @@ private:
     int uiHeight;
     Program program;
     int currentProgram;
-    int activeRow = 0;
     float activeValues[KLParameters::count] = {};
 };

@@ -9,6 +9,18 @@
 // What the tests do to a loaded effect through its AEffect record alone, as a host does.
 namespace EffectCalls
 {
+// Kelvane's parameter indices, as a host sees them.
+enum KelvaneParameter : q1framework::VstInt32
+{
+    attack,
+    release,
+    bypass,
+    gain,
+    attackTime,
+    releaseTime,
+    drive
+};
+
 // One block of processReplacing in place on two channels of equal length.
 void processStereo(q1framework::AEffect* effect, std::vector<float>& left, std::vector<float>& right);
 // The state chunk (effGetChunk), copied out of the effect's memory.

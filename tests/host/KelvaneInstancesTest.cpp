@@ -20,10 +20,6 @@ using namespace EffectCalls;
 
 namespace
 {
-constexpr VstInt32 attack = 0;
-constexpr VstInt32 release = 1;
-constexpr VstInt32 gain = 3;
-
 // Another effect from the library `host` loaded, made through the entry point `entryName`.
 AEffect* anotherEffect(TestHost& host, const char* entryName = "VSTPluginMain")
 {

@@ -16,13 +16,6 @@ using namespace EffectCalls;
 
 namespace
 {
-constexpr VstInt32 attack = 0;
-constexpr VstInt32 bypass = 2;
-constexpr VstInt32 gain = 3;
-constexpr VstInt32 attackTime = 4;
-constexpr VstInt32 releaseTime = 5;
-constexpr VstInt32 drive = 6;
-
 std::vector<char> bytesOf(const std::string& text)
 {
     return std::vector<char>(text.begin(), text.end());
