@@ -2,6 +2,7 @@
 
 #include "foundation/runtime/AlignedAllocation.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
@@ -13,6 +14,9 @@ namespace
 constexpr int bufferAlignment = 16;
 // Each owned buffer holds blockSize doubles, so that a 64-bit path could use it as well.
 constexpr int samplesPerFrame = static_cast<int>(sizeof(double) / sizeof(float));
+// The largest owned buffer; a block size that asks for more gets no buffers (null channels,
+// which process leaves alone) rather than an overflowing size.
+constexpr uint64_t largestBufferBytes = uint64_t{1} << 26;  // 8 Mi frames
 }  // namespace
 
 AudioPlugin::AudioBus::AudioBus(AudioPlugin& owner, const String& name, int channels)
@@ -52,7 +56,7 @@ AudioPlugin::AudioBus::ChannelArray AudioPlugin::AudioBus::makeChannelArray(int 
     // Without an array the bus has no channels, and process leaves the block alone.
     fresh.length = fresh.channels != nullptr ? channelCount : 0;
     fresh.withBuffers = ownsBuffers && fresh.channels != nullptr;
-    if (fresh.withBuffers && blockSize > 0)
+    if (fresh.withBuffers && blockSize > 0 && uint64_t(blockSize) * sizeof(double) <= largestBufferBytes)
     {
         fresh.bufferSamples = blockSize * samplesPerFrame;
         for (int channel = 0; channel < channelCount; ++channel)

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -99,6 +100,11 @@ TEST(AudioPlugin, PrepareGivesEachBusAFreshZeroedArrayWithAlignedBuffersWhileItO
     EXPECT_EQ(input.getChannels()[0][127], 1.0f);  // outputs only, and only `frames` samples
     plugin.clearInputs(false, 200);                // no more than the buffer holds
     EXPECT_EQ(input.getChannels()[0][127], 0.0f);
+
+    // A block size no buffer is made for: null channels instead of an overflowing size.
+    plugin.prepare(INT_MAX, true, 48000.0);
+    EXPECT_EQ(plugin.getMaxBlockSize(), INT_MAX);
+    EXPECT_EQ(input.getChannels()[0], nullptr);
 }
 
 TEST(AudioPlugin, ReleasedBusesTakeTheAdaptersPointersUpToTheirLength)
