@@ -77,9 +77,10 @@ String KLAudioPlugin::getParameterName(int index)
 void KLAudioPlugin::prepare(int blockSize, bool clearBuffers, double sampleRate)
 {
     AudioPlugin::prepare(blockSize, clearBuffers, sampleRate);
-    const float decay = static_cast<float>(meterFallPerSecond / sampleRate);
-    if (sampleRate > 0.0 && decay > 0.0f && decay <= meterFallPerSecond)
+    // A rate below 1 Hz (or NaN) is no rate: the meters keep their fall.
+    if (sampleRate >= 1.0)
     {
+        const float decay = static_cast<float>(meterFallPerSecond / sampleRate);
         const ScopedLock lock(getMutex());
         inputPeak.decayPerSample = decay;
         outputPeak.decayPerSample = decay;

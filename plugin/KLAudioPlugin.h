@@ -49,7 +49,7 @@ public:
     q1framework::String getParameterText(float value, int index) override;
     q1framework::String getParameterName(int index) override;
     // Host thread. Buses as AudioPlugin::prepare, meters falling by 0.25 per second at
-    // sampleRate (a rate not above 0 leaves them), then applyProgram. The processor's own rate
+    // sampleRate (a rate below 1 Hz leaves them), then applyProgram. The processor's own rate
     // stays 44100 Hz: its detector times are fixed in samples.
     void prepare(int blockSize, bool clearBuffers, double sampleRate) override;
     int getLatency() override { return 0; }
