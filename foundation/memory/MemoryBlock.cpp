@@ -107,9 +107,11 @@ bool MemoryBlock::isOwned() const
 
 bool MemoryBlock::setSize(int64_t size)
 {
-    if (!isOwned())
+    // A negative size is a caller's error, not a request to empty the block: refused like a
+    // size the allocator cannot give.
+    if (!isOwned() || size < 0)
         return false;
-    if (size < 1)
+    if (size == 0)
     {
         std::free(internal->data);
         internal->data = nullptr;

@@ -39,9 +39,9 @@ public:
     int64_t getSize() const;
     bool isOwned() const;
 
-    // Resizes an owned block, keeping its first bytes; new bytes are undefined. Size 0 (or below)
-    // frees the data. False for a wrapped block or a failed allocation, which leave the block as
-    // it was. Every handle on the block sees the change.
+    // Resizes an owned block, keeping its first bytes; new bytes are undefined. Size 0 frees the
+    // data. False for a wrapped block, a negative size or a failed allocation, which leave the
+    // block as it was. Every handle on the block sees the change.
     bool setSize(int64_t size);
     // Sets every byte to value's low byte; nothing for an empty block. Also works on wrapped memory.
     void fill(int value);

@@ -105,6 +105,10 @@ TEST(MemoryBlock, SetSizeKeepsThePrefixAndSizeZeroFrees)
     EXPECT_EQ(bytesOf(block), "123");
     ASSERT_TRUE(block.setSize(4096));
     EXPECT_EQ(std::string(static_cast<const char*>(block.getData()), 3), "123");
+    // A negative size is refused like a failed allocation: the bytes stay.
+    ASSERT_TRUE(block.setSize(3));
+    EXPECT_FALSE(block.setSize(-1));
+    EXPECT_EQ(bytesOf(block), "123");
     EXPECT_TRUE(block.setSize(0));
     EXPECT_EQ(block.getData(), nullptr);
     EXPECT_EQ(block.getSize(), 0);
