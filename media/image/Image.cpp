@@ -29,6 +29,13 @@ bool computeLayout(int64_t width, int64_t height, int64_t margin, int32_t& strid
     return true;
 }
 
+// pixels + offset. Without a block the result is the offset from address zero, formed without
+// arithmetic on a null pointer; nobody may read through it.
+uint8_t* offsetInto(uint8_t* pixels, ptrdiff_t offset)
+{
+    return pixels != nullptr ? pixels + offset : reinterpret_cast<uint8_t*>(static_cast<uintptr_t>(offset));
+}
+
 // Zeroes the top and bottom bands and the left and right margin of every line.
 void clearMargins(Image::InternalImage& image)
 {
@@ -198,12 +205,16 @@ uint8_t* Image::getData() const
 
 uint8_t* Image::getLine(unsigned y) const
 {
-    return internal->pixels + static_cast<size_t>(y) * internal->stride;
+    if (internal == nullptr)
+        return nullptr;  // no pixels and a stride of 0
+    return offsetInto(internal->pixels, static_cast<ptrdiff_t>(y) * internal->stride);
 }
 
 uint8_t* Image::getPixelPointer(int x, int y) const
 {
-    return internal->pixels + static_cast<ptrdiff_t>(y) * internal->stride + static_cast<ptrdiff_t>(x) * 4;
+    const ptrdiff_t stride = internal != nullptr ? internal->stride : 0;
+    return offsetInto(internal != nullptr ? internal->pixels : nullptr,
+                      static_cast<ptrdiff_t>(y) * stride + static_cast<ptrdiff_t>(x) * 4);
 }
 
 const uint8_t* Image::getPixelAt(const Point& position) const

@@ -70,7 +70,9 @@ public:
     // The start of the whole block, margins included.
     uint8_t* getData() const;
 
-    // Unchecked addresses in the picture: line y, pixel (x, y).
+    // Unchecked addresses in the picture: line y, pixel (x, y). An image without pixels (the null
+    // handle, or one whose block is empty) gives the same offsets from address zero, which must
+    // not be read through.
     uint8_t* getLine(unsigned y) const;
     uint8_t* getPixelPointer(int x, int y) const;
     uint8_t* getPixelPointer(const Point& position) const { return getPixelPointer(position.x, position.y); }

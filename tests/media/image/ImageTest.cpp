@@ -94,6 +94,22 @@ TEST(Image, ConstructionSizesStridesAndBlocks)
     EXPECT_EQ(Image(Point(7, 3), true, 2).getStride(), 44);
 }
 
+TEST(Image, AddressesWithoutPixelsAreOffsetsFromZero)
+{
+    // Nothing to read, but asking is harmless: the null handle has no pixels and a stride of 0.
+    const Image none;
+    EXPECT_EQ(none.getLine(5), nullptr);
+    EXPECT_EQ(none.getPixelPointer(3, 7), reinterpret_cast<uint8_t*>(12));
+    EXPECT_EQ(none.getPixelPointer(Point(0, 9)), nullptr);
+
+    // A live image without a block keeps its stride: 5 pixels without margin, 20 bytes a line.
+    const Image noLines(5, 0, true, 0);
+    ASSERT_FALSE(noLines.isNull());
+    ASSERT_EQ(noLines.getData(), nullptr);
+    EXPECT_EQ(noLines.getLine(2), reinterpret_cast<uint8_t*>(40));
+    EXPECT_EQ(noLines.getPixelPointer(1, 1), reinterpret_cast<uint8_t*>(24));
+}
+
 TEST(Image, MarginsAreZeroAroundAnUnclearedPicture)
 {
     // Fill a block with garbage first so that a recycled allocation cannot hide a missed band.
