@@ -12,9 +12,12 @@ namespace q1framework
 
 namespace
 {
+// Limited while still a float: a product beyond the range of int has no int value to clamp.
 uint8_t truncatedChannel(float value)
 {
-    return static_cast<uint8_t>(std::clamp(static_cast<int>(value), 0, 255));
+    if (!(value > 0.0f))
+        return 0;
+    return value >= 255.0f ? 255 : static_cast<uint8_t>(value);
 }
 
 bool isPaddingCharacter(char character)

@@ -97,6 +97,10 @@ TEST(Colour, DerivedColoursTruncateAndLimit)
     EXPECT_EQ(base.withAlpha(7), Colour(100, 200, 50, 7));
     EXPECT_EQ(base.withMultipliedAlpha(0.5f), Colour(100, 200, 50, 64));
     EXPECT_EQ(base.withMultipliedAlpha(3.0f), Colour(100, 200, 50, 255));
+    // Products far beyond any int are limited all the same.
+    EXPECT_EQ(base.brighter(1e10f), Colour(255, 255, 255, 128));
+    EXPECT_EQ(base.brighter(-1e10f), Colour(0, 0, 0, 128));
+    EXPECT_EQ(base.withMultipliedAlpha(1e30f), Colour(100, 200, 50, 255));
     // other * t + this * (1 - t): 0.25 of the way from base to (0, 0, 250, 0).
     EXPECT_EQ(base.interpolatedWith(Colour(0, 0, 250, 0), 0.25f), Colour(75, 150, 100, 96));
 }
