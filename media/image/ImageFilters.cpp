@@ -104,7 +104,8 @@ void Image::resampleNearest(const uint8_t* source, int sourceWidth, int sourceHe
     if (source == nullptr || target == nullptr || sourceWidth < 1 || sourceHeight < 1 || targetWidth < 1
         || targetHeight < 1)
         return;
-    const auto columnStep = static_cast<int32_t>(static_cast<float>(sourceWidth) / static_cast<float>(targetWidth) * 65536.0f);
+    // 64 bits: a source 32768 or more times wider than the target has a step of 2^31 or more.
+    const auto columnStep = static_cast<int64_t>(static_cast<float>(sourceWidth) / static_cast<float>(targetWidth) * 65536.0f);
     const float lineRatio = static_cast<float>(sourceHeight) / static_cast<float>(targetHeight);
     for (int y = 0; y < targetHeight; ++y)
     {

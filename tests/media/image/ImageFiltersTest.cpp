@@ -145,4 +145,13 @@ TEST(ImageFilters, NearestNeighbourSteps)
     EXPECT_EQ(target[12 + 8], 3);
     EXPECT_EQ(target[24 + 8], 8);
     EXPECT_EQ(target[36], 5);
+
+    // A step of 2^31 and more: 70000 pixels to 2 reads columns 0 and 35000.
+    std::vector<uint8_t> wide(70000 * 4);
+    for (size_t pixel = 0; pixel < 70000; ++pixel)
+        std::memset(wide.data() + pixel * 4, static_cast<int>(pixel % 251), 4);
+    uint8_t pair[2 * 4] = {};
+    Image::resampleNearest(wide.data(), 70000, 1, 70000 * 4, pair, 2, 1, 8);
+    EXPECT_EQ(pair[0], 0);
+    EXPECT_EQ(pair[4], 35000 % 251);
 }
