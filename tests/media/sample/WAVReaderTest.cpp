@@ -163,6 +163,16 @@ TEST(WAVReader, OddSizedChunksAreFoundWithOrWithoutTheirPadByte)
     EXPECT_TRUE(withAcid->hasAcidChunk());
     EXPECT_EQ(withAcid->getAcid()[23], 7);
     EXPECT_EQ(withAcid->getLength(), 2);
+
+    // The repair knows "cue" without its blank, so a "cue " chunk behind a pad byte is not found:
+    // the walk takes the blank and three size bytes for a size of 0x1C20 and jumps past the end.
+    const std::string cuesAndAudio = Wav::cues({{1, 0}}) + Wav::format(1, 1, 8000, 16) + audio;
+    const auto evenBefore = readerOf(Wav::file(Wav::chunk("junk", "ab") + cuesAndAudio));
+    EXPECT_EQ(evenBefore->getCues().getCount(), 1);
+    EXPECT_EQ(evenBefore->getLength(), 2);
+    const auto oddBefore = readerOf(Wav::file(Wav::chunk("junk", "abc") + cuesAndAudio));
+    EXPECT_EQ(oddBefore->getCues().getCount(), 0);
+    EXPECT_EQ(oddBefore->getLength(), 0);
 }
 
 TEST(WAVReader, UnusableInputGivesAnEmptyReader)
