@@ -9,6 +9,8 @@ packages=(
   g++ cmake ninja-build pkg-config
   # test and benchmark frameworks
   libgtest-dev libgmock-dev libbenchmark-dev
+  # the compositor the renderer's benchmark measures itself against
+  libpixman-1-dev
   # audio files for the tools
   libsndfile1-dev
   # picture decoding for the media library
