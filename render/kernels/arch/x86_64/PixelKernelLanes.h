@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include <emmintrin.h>
+
 // The vector kernels, written once over a lane traits type and compiled once per instruction set
 // (PixelKernelsSse2.cpp, PixelKernelsAvx2.cpp). A traits type wraps one register of Lanes::bytes
 // bytes:
@@ -18,8 +20,8 @@
 //   clampColourToAlpha: on bytes, each colour byte limited to its pixel's alpha;
 //   isOpaque, isZero: every pixel of a register opaque, every byte 0;
 //   loadWidened, loadCoefficients: widenedPixels pixels in 16-bit lanes, and as many coefficient
-//   groups of four; finishPixel: the sum of the pixels of a widened register, shifted right by 3,
-//   limited to 0..255 and colour-clamped, as one pixel's four bytes.
+//   groups of four; toEightLanes: a widened register's pixels added pairwise into the eight
+//   16-bit lanes of an SSE register (two partial sums of one pixel).
 //
 // Everything has internal linkage, so that no copy built for one instruction set stands in for
 // another's.
@@ -108,22 +110,55 @@ void blendPixels(uint8_t* pixels, const uint8_t* source, int count, int opacity)
         PixelArithmetic::blendWithOpacity(pixels + index * 4, source + index * 4, opacity);
 }
 
+// Each colour byte of four pixels limited to its pixel's alpha.
+inline __m128i clampColourToAlpha(__m128i pixels)
+{
+    __m128i alpha = _mm_srli_epi32(pixels, 24);
+    alpha = _mm_or_si128(alpha, _mm_slli_epi32(alpha, 8));
+    alpha = _mm_or_si128(alpha, _mm_slli_epi32(alpha, 16));
+    return _mm_min_epu8(pixels, alpha);
+}
+
+// Four pixels from their partial sums (each register: two halves to be added), shifted right by
+// 3, limited to 0..255 and colour-clamped.
+inline __m128i finishFourPixels(__m128i first, __m128i second, __m128i third, __m128i fourth)
+{
+    const __m128i firstPair = _mm_add_epi16(_mm_unpacklo_epi64(first, second), _mm_unpackhi_epi64(first, second));
+    const __m128i secondPair = _mm_add_epi16(_mm_unpacklo_epi64(third, fourth), _mm_unpackhi_epi64(third, fourth));
+    return clampColourToAlpha(_mm_packus_epi16(_mm_srai_epi16(firstPair, 3), _mm_srai_epi16(secondPair, 3)));
+}
+
+// The partial sums of one output pixel of the horizontal pass.
+template <class Lanes>
+__m128i sumAcross(const uint8_t* source, const int16_t* weights, int taps)
+{
+    auto sums = Lanes::zero();
+    for (int tap = 0; tap < taps; tap += Lanes::widenedPixels)
+    {
+        const auto values = Lanes::shiftLeft(Lanes::loadWidened(source + tap * 4), 4);
+        sums = Lanes::add(sums, Lanes::mulHigh(values, Lanes::loadCoefficients(weights + tap * 4)));
+    }
+    return Lanes::toEightLanes(sums);
+}
+
 template <class Lanes>
 void filterLine(const uint8_t* sourceLine, uint8_t* output, int count, const int32_t* firstColumns,
                 const int16_t* coefficients, int taps)
 {
-    constexpr int group = Lanes::widenedPixels;
-    for (int index = 0; index < count; ++index)
+    const auto sumAt = [&](int index) {
+        return sumAcross<Lanes>(sourceLine + static_cast<ptrdiff_t>(firstColumns[index]) * 4,
+                                coefficients + static_cast<ptrdiff_t>(index) * taps * 4, taps);
+    };
+    int index = 0;
+    for (; index + 4 <= count; index += 4)
     {
-        const uint8_t* source = sourceLine + static_cast<ptrdiff_t>(firstColumns[index]) * 4;
-        const int16_t* weights = coefficients + index * taps * 4;
-        auto sums = Lanes::zero();
-        for (int tap = 0; tap < taps; tap += group)
-        {
-            const auto values = Lanes::shiftLeft(Lanes::loadWidened(source + tap * 4), 4);
-            sums = Lanes::add(sums, Lanes::mulHigh(values, Lanes::loadCoefficients(weights + tap * 4)));
-        }
-        const uint32_t pixel = Lanes::finishPixel(sums);
+        const __m128i pixels = finishFourPixels(sumAt(index), sumAt(index + 1), sumAt(index + 2), sumAt(index + 3));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(output + index * 4), pixels);
+    }
+    for (; index < count; ++index)
+    {
+        const __m128i sums = sumAt(index);
+        const auto pixel = static_cast<uint32_t>(_mm_cvtsi128_si32(finishFourPixels(sums, sums, sums, sums)));
         std::memcpy(output + index * 4, &pixel, 4);
     }
 }

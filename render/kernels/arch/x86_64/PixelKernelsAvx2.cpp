@@ -68,14 +68,9 @@ struct Avx2Lanes
         return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(source));
     }
 
-    static uint32_t finishPixel(Vector sums)
+    static __m128i toEightLanes(Vector sums)
     {
-        __m128i pairs = _mm_add_epi16(_mm256_castsi256_si128(sums), _mm256_extracti128_si256(sums, 1));
-        pairs = _mm_add_epi16(pairs, _mm_srli_si128(pairs, 8));
-        const __m128i shifted = _mm_srai_epi16(pairs, 3);
-        const __m128i bytes = _mm_packus_epi16(shifted, shifted);
-        const __m128i alphaToEveryByte = _mm_setr_epi8(3, 3, 3, 3, 7, 7, 7, 7, 11, 11, 11, 11, 15, 15, 15, 15);
-        return static_cast<uint32_t>(_mm_cvtsi128_si32(_mm_min_epu8(bytes, _mm_shuffle_epi8(bytes, alphaToEveryByte))));
+        return _mm_add_epi16(_mm256_castsi256_si128(sums), _mm256_extracti128_si256(sums, 1));
     }
 };
 }

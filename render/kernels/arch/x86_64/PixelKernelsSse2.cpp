@@ -67,17 +67,7 @@ struct Sse2Lanes
         return _mm_loadu_si128(reinterpret_cast<const __m128i*>(source));
     }
 
-    static uint32_t finishPixel(Vector sums)
-    {
-        return finishFourLanes(_mm_add_epi16(sums, _mm_srli_si128(sums, 8)));
-    }
-
-    // Lanes 0 to 3 hold one pixel's sums.
-    static uint32_t finishFourLanes(Vector sums)
-    {
-        const Vector shifted = _mm_srai_epi16(sums, 3);
-        return static_cast<uint32_t>(_mm_cvtsi128_si32(clampColourToAlpha(_mm_packus_epi16(shifted, shifted))));
-    }
+    static __m128i toEightLanes(Vector sums) { return sums; }
 };
 }
 
