@@ -18,7 +18,9 @@ FileStream::FileStream(const String& path, int flags)
         default: return;
     }
     file = std::fopen(path.getCString(), mode);
-    writable = file != nullptr && (flags & forWriting) != 0;
+    // The mode decides: a stream for writing says so even when the file did not open, and then
+    // writes nothing.
+    writable = (flags & forWriting) != 0;
 }
 
 FileStream::~FileStream()

@@ -233,7 +233,8 @@ void ResourcePack::clear()
 
 void ResourcePack::addListener(Listener* listener)
 {
-    listeners.addIfNotAlreadyThere(listener);
+    if (listener != nullptr)
+        listeners.addIfNotAlreadyThere(listener);
 }
 
 void ResourcePack::removeListener(Listener* listener)

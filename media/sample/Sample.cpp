@@ -168,8 +168,15 @@ Sample* Sample::loadWAV(Stream* stream, bool nativeFormat, int marginSamples)
         }
     }
     const auto framesToRead = static_cast<unsigned>(std::min<int64_t>(frames, std::numeric_limits<unsigned>::max()));
-    sample->numFrames = nativeFormat ? reader.readRaw(reinterpret_cast<void**>(sample->channels), framesToRead)
-                                     : reader.readFloat(reinterpret_cast<float**>(sample->channels), framesToRead);
+    // The readers take arrays of their own pointer types.
+    void* rawChannels[maximumChannels];
+    float* floatChannels[maximumChannels];
+    for (int channel = 0; channel < sample->numChannels; ++channel)
+    {
+        rawChannels[channel] = sample->channels[channel];
+        floatChannels[channel] = reinterpret_cast<float*>(sample->channels[channel]);
+    }
+    sample->numFrames = nativeFormat ? reader.readRaw(rawChannels, framesToRead) : reader.readFloat(floatChannels, framesToRead);
     sample->clearMargins();
     return sample;
 }
