@@ -2,7 +2,7 @@
 // pixel's integer position (its top-left corner) to the centre, in float.
 #include "render/graphics/SoftwareGraphics.h"
 
-#include "render/graphics/PixelCoordinates.h"
+#include "render/graphics/ShapeCoverage.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,7 +12,7 @@ namespace q1framework
 
 namespace
 {
-using PixelCoordinates::toPixel;
+using ShapeCoverage::toPixel;
 
 constexpr double twoPi = 6.283185307179586;
 
@@ -48,6 +48,27 @@ int ringAlpha(int alpha, float outside)
     return outside < 0.0f ? alpha : static_cast<int>(alpha * (1.0f - outside));
 }
 
+// Each pixel around a ring, in buffer coordinates within limit, that lies less than one pixel
+// outside the ring's solid band (thickness - 0.99 on either side of radius): visit(px, py,
+// distance from the centre, radial alpha).
+template <class Visit>
+void forEachRingPixel(const Rectangle& limit, int alpha, float centreX, float centreY, float radius, float thickness,
+                      Visit visit)
+{
+    const float band = thickness - 0.99f;
+    const Rectangle box = boxAround(centreX, centreY, radius + band).getIntersection(limit);
+    for (int py = box.y; py < box.getBottom(); ++py)
+        for (int px = box.x; px < box.getRight(); ++px)
+        {
+            const float dx = static_cast<float>(px) - centreX;
+            const float dy = static_cast<float>(py) - centreY;
+            const float distance = std::sqrt(dx * dx + dy * dy);
+            const int radial = ringAlpha(alpha, std::fabs(distance - radius) - band);
+            if (radial >= 0)
+                visit(px, py, distance, radial);
+        }
+}
+
 // The coverage of an arc pixel along the arc, lengths in units of half a pixel: 1 inside
 // [lower, higher], a one-unit ramp at each end; 0 or less means nothing.
 float arcCoverage(float length, float lower, float higher, bool passesZero)
@@ -81,29 +102,17 @@ void SoftwareGraphics::fillCircle(Colour colour, float centreX, float centreY, f
         {
             const float dx = static_cast<float>(px) - centreX;
             const float dy = static_cast<float>(py) - centreY;
-            const float distance = std::sqrt(dx * dx + dy * dy);
-            if (distance < radius - 1.0f)
-                blendStraightAt(px, py, colour, alpha);
-            else if (distance < radius)
-                blendStraightAt(px, py, colour, static_cast<int>(alpha * (1.0f - (distance - (radius - 1.0f)))));
+            const int pixelAlpha = ShapeCoverage::discAlpha(alpha, std::sqrt(dx * dx + dy * dy), radius);
+            if (pixelAlpha >= 0)
+                blendStraightAt(px, py, colour, pixelAlpha);
         }
 }
 
 void SoftwareGraphics::drawRing(Colour colour, float centreX, float centreY, float radius, float thickness)
 {
-    centreX += static_cast<float>(originX);
-    centreY += static_cast<float>(originY);
-    const float band = thickness - 0.99f;
-    const Rectangle box = boxAround(centreX, centreY, radius + band).getIntersection(drawable);
-    for (int py = box.y; py < box.getBottom(); ++py)
-        for (int px = box.x; px < box.getRight(); ++px)
-        {
-            const float dx = static_cast<float>(px) - centreX;
-            const float dy = static_cast<float>(py) - centreY;
-            const int alpha = ringAlpha(colour.getAlpha(), std::fabs(std::sqrt(dx * dx + dy * dy) - radius) - band);
-            if (alpha >= 0)
-                blendStraightAt(px, py, colour, alpha);
-        }
+    forEachRingPixel(drawable, colour.getAlpha(), centreX + static_cast<float>(originX),
+                     centreY + static_cast<float>(originY), radius, thickness,
+                     [&](int px, int py, float, int alpha) { blendStraightAt(px, py, colour, alpha); });
 }
 
 void SoftwareGraphics::drawArc(Colour colour, float centreX, float centreY, float radius, float thickness, float start,
@@ -118,27 +127,19 @@ void SoftwareGraphics::drawArc(Colour colour, float centreX, float centreY, floa
     const float higherAngle = std::max(start, end);
     centreX += static_cast<float>(originX);
     centreY += static_cast<float>(originY);
-    const float band = thickness - 0.99f;
-    const Rectangle box = boxAround(centreX, centreY, radius + band).getIntersection(drawable);
-    for (int py = box.y; py < box.getBottom(); ++py)
-        for (int px = box.x; px < box.getRight(); ++px)
-        {
-            const float dx = static_cast<float>(px) - centreX;
-            const float dy = static_cast<float>(py) - centreY;
-            const float distance = std::sqrt(dx * dx + dy * dy);
-            const int radial = ringAlpha(colour.getAlpha(), std::fabs(distance - radius) - band);
-            if (radial < 0)
-                continue;
-            // Angle 0 lies left of the centre; angles grow through the top (clockwise on screen).
-            float angle = std::atan2(centreY - static_cast<float>(py), centreX - static_cast<float>(px));
-            if (angle < 0.0f)
-                angle = static_cast<float>(angle + twoPi);
-            const float coverage = arcCoverage(angle * 2.0f * distance, lowerAngle * 2.0f * distance + 0.5f,
-                                               higherAngle * 2.0f * distance - 0.5f, passesZero);
-            if (!(coverage > 0.0f))
-                continue;
-            blendStraightAt(px, py, colour, static_cast<int>((radial & 255) * std::sqrt(coverage)));
-        }
+    forEachRingPixel(drawable, colour.getAlpha(), centreX, centreY, radius, thickness,
+                     [&](int px, int py, float distance, int radial) {
+                         // Angle 0 lies left of the centre; angles grow through the top (clockwise
+                         // on screen).
+                         float angle = std::atan2(centreY - static_cast<float>(py), centreX - static_cast<float>(px));
+                         if (angle < 0.0f)
+                             angle = static_cast<float>(angle + twoPi);
+                         const float coverage =
+                             arcCoverage(angle * 2.0f * distance, lowerAngle * 2.0f * distance + 0.5f,
+                                         higherAngle * 2.0f * distance - 0.5f, passesZero);
+                         if (coverage > 0.0f)
+                             blendStraightAt(px, py, colour, static_cast<int>((radial & 255) * std::sqrt(coverage)));
+                     });
 }
 
 void SoftwareGraphics::fillRoundedRect(const Rectangle& area, int radius, Colour colour)

@@ -2,7 +2,7 @@
 #include "render/graphics/SoftwareGraphics.h"
 
 #include "render/graphics/ColourWords.h"
-#include "render/graphics/PixelCoordinates.h"
+#include "render/graphics/ShapeCoverage.h"
 #include "render/kernels/PixelArithmetic.h"
 
 #include <algorithm>
@@ -12,6 +12,29 @@
 
 namespace q1framework
 {
+
+namespace
+{
+// The pixels of a span with fractional ends, start < end: visit(position, alpha) for each, the
+// end pixels with alpha in proportion to the part of them the span covers. A last pixel at or
+// beyond limit (an end on the clip's edge, where it has alpha 0) is left out.
+template <class Visit>
+void walkFractionalSpan(float start, float end, int alpha, int limit, Visit visit)
+{
+    const int first = static_cast<int>(start);
+    const int last = static_cast<int>(end);
+    if (first == last)
+    {
+        visit(first, static_cast<int>(alpha * (end - start)));
+        return;
+    }
+    visit(first, static_cast<int>(alpha * (first - start + 1.0)));
+    for (int position = first + 1; position < last; ++position)
+        visit(position, alpha);
+    if (last < limit)
+        visit(last, static_cast<int>(alpha * (end - last)));
+}
+}
 
 void SoftwareGraphics::drawRect(const Rectangle& area, Colour colour)
 {
@@ -67,18 +90,8 @@ void SoftwareGraphics::drawVerticalLineF(int x, Colour colour, float start, floa
     start = std::max(start, static_cast<float>(drawable.y));
     if (!(start < end) || x < drawable.x || x >= drawable.getRight())
         return;
-    const int alpha = colour.getAlpha();
-    const int first = static_cast<int>(start);
-    const int last = std::min(static_cast<int>(end), drawable.getBottom() - 1);
-    if (first == last)
-    {
-        blendStraightAt(x, first, colour, static_cast<int>(alpha * (end - start)));
-        return;
-    }
-    blendStraightAt(x, first, colour, static_cast<int>(alpha * (first - start + 1.0)));
-    for (int y = first + 1; y < last; ++y)
-        blendStraightAt(x, y, colour, alpha);
-    blendStraightAt(x, last, colour, static_cast<int>(alpha * (end - last)));
+    walkFractionalSpan(start, end, colour.getAlpha(), drawable.getBottom(),
+                       [&](int y, int alpha) { blendStraightAt(x, y, colour, alpha); });
 }
 
 void SoftwareGraphics::drawHorizontalLineF(int y, Colour colour, float start, float end)
@@ -92,20 +105,8 @@ void SoftwareGraphics::drawHorizontalLineF(int y, Colour colour, float start, fl
     start = std::max(start, static_cast<float>(drawable.x));
     if (!(start < end) || y < drawable.y || y >= drawable.getBottom())
         return;
-    const int alpha = colour.getAlpha();
-    const int first = static_cast<int>(start);
-    const int last = static_cast<int>(end);
-    if (first == last)
-    {
-        blendStraightAt(first, y, colour, static_cast<int>(alpha * (end - start)));
-        return;
-    }
-    blendStraightAt(first, y, colour, static_cast<int>(alpha * (first - start + 1.0)));
-    for (int x = first + 1; x < last; ++x)
-        blendStraightAt(x, y, colour, alpha);
-    // An end on the clip's right edge leaves a last pixel of alpha 0, outside the clip.
-    if (last < drawable.getRight())
-        blendStraightAt(last, y, colour, static_cast<int>(alpha * (end - last)));
+    walkFractionalSpan(start, end, colour.getAlpha(), drawable.getRight(),
+                       [&](int x, int alpha) { blendStraightAt(x, y, colour, alpha); });
 }
 
 void SoftwareGraphics::drawVerticalGradientLine(int x, int y1, int y2, Colour top, Colour bottom)
@@ -146,9 +147,9 @@ void SoftwareGraphics::drawTaperedVerticalLine(int x, Colour colour, float y1, f
     if (!(start < end) || x < drawable.x || x >= drawable.getRight())
         return;
     const float step = 1.0f / (end - start);
-    const int firstRow = PixelCoordinates::toPixel(std::floor(start));
+    const int firstRow = ShapeCoverage::toPixel(std::floor(start));
     const int first = std::max(firstRow, drawable.y);
-    const int last = std::min(PixelCoordinates::toPixel(std::ceil(end)), drawable.getBottom());
+    const int last = std::min(ShapeCoverage::toPixel(std::ceil(end)), drawable.getBottom());
     float t = -(start - static_cast<float>(firstRow)) * step + static_cast<float>(first - firstRow) * step;
     for (int y = first; y < last; ++y, t += step)
     {
@@ -214,9 +215,9 @@ void SoftwareGraphics::drawSlantedLine(int x, Colour colour, float y1, float y2,
     const float bottom = std::max(y1, y2) + static_cast<float>(originY);
     const float startY = y1 + static_cast<float>(originY);
     const float slope = y1 == y2 ? 100000.0f : 1.0f / (y2 - y1);  // x per y along the segment
-    const int reach = PixelCoordinates::toPixel(std::ceil(halfWidth));
-    const int firstRow = PixelCoordinates::toPixel(std::floor(top)) - reach;
-    const int lastRow = PixelCoordinates::toPixel(std::ceil(bottom)) + reach;
+    const int reach = ShapeCoverage::toPixel(std::ceil(halfWidth));
+    const int firstRow = ShapeCoverage::toPixel(std::floor(top)) - reach;
+    const int lastRow = ShapeCoverage::toPixel(std::ceil(bottom)) + reach;
     const Rectangle box =
         Rectangle(x + originX - reach, firstRow, 2 * reach + 2, lastRow - firstRow + 1).getIntersection(drawable);
     const int alpha = colour.getAlpha();
@@ -229,11 +230,9 @@ void SoftwareGraphics::drawSlantedLine(int x, Colour colour, float y1, float y2,
         {
             const float dx = static_cast<float>(px) - nearestX;
             const float dy = static_cast<float>(py) - nearestY;
-            const float distance = std::sqrt(dx * dx + dy * dy);
-            if (distance < halfWidth - 1.0f)
-                blendStraightAt(px, py, colour, alpha);
-            else if (distance < halfWidth)
-                blendStraightAt(px, py, colour, static_cast<int>(alpha * (1.0f - (distance - (halfWidth - 1.0f)))));
+            const int pixelAlpha = ShapeCoverage::discAlpha(alpha, std::sqrt(dx * dx + dy * dy), halfWidth);
+            if (pixelAlpha >= 0)
+                blendStraightAt(px, py, colour, pixelAlpha);
         }
     }
 }

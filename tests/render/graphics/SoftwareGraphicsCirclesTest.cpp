@@ -13,15 +13,7 @@ using q1framework::SoftwareGraphics;
 
 namespace
 {
-const PixelValue black{0, 0, 0, 255};
-const PixelValue white{255, 255, 255, 255};
-const Colour opaqueWhite(255, 255, 255, 255);
-
-PixelValue whiteOverBlack(int alpha)
-{
-    const int colour = 255 * alpha >> 8;
-    return {colour, colour, colour, (255 * (256 - alpha) >> 8) + alpha};
-}
+const Colour opaqueWhiteColour(255, 255, 255, 255);
 
 int countChanged(const Image& image, const PixelValue& background)
 {
@@ -35,56 +27,56 @@ int countChanged(const Image& image, const PixelValue& background)
 
 TEST(SoftwareGraphicsCirclesTest, DiscsAreSolidInsideRadiusMinusOneWithASoftRing)
 {
-    Image image = makeCanvas(12, 12, black);
+    Image image = makeCanvas(12, 12, opaqueBlack);
     SoftwareGraphics graphics(image);
     graphics.translate(1, 1);
-    graphics.fillCircle(opaqueWhite, 4, 4, 3);  // centre (5, 5) in the buffer
+    graphics.fillCircle(opaqueWhiteColour, 4, 4, 3);  // centre (5, 5) in the buffer
     // Distance 0 and 2 (on radius - 1): full. 3: outside. sqrt(8) = 2.8284: alpha
     // truncate(255 * (1 - 0.8284)) = 43. sqrt(5) = 2.2361: truncate(255 * 0.7639) = 194.
-    EXPECT_EQ(readPixel(image, 5, 5), white);
-    EXPECT_EQ(readPixel(image, 7, 5), white);
-    EXPECT_EQ(readPixel(image, 8, 5), black);
+    EXPECT_EQ(readPixel(image, 5, 5), opaqueWhite);
+    EXPECT_EQ(readPixel(image, 7, 5), opaqueWhite);
+    EXPECT_EQ(readPixel(image, 8, 5), opaqueBlack);
     EXPECT_EQ(readPixel(image, 7, 7), whiteOverBlack(43));
     EXPECT_EQ(readPixel(image, 6, 7), whiteOverBlack(194));
     EXPECT_EQ(readPixel(image, 3, 3), whiteOverBlack(43));  // symmetric about the pixel (5, 5)
 
     // Translucent: alpha 100 inside, truncate(100 * 0.7639) = 76 on the edge.
-    Image translucent = makeCanvas(12, 12, black);
+    Image translucent = makeCanvas(12, 12, opaqueBlack);
     SoftwareGraphics translucentGraphics(translucent);
     translucentGraphics.fillCircle(Colour(255, 255, 255, 100), 5, 5, 3);
     EXPECT_EQ(readPixel(translucent, 5, 5), whiteOverBlack(100));
     EXPECT_EQ(readPixel(translucent, 6, 7), whiteOverBlack(76));
 
     // Radius below 1 draws nothing; radius 1 draws the centre pixel only.
-    Image small = makeCanvas(6, 6, black);
+    Image small = makeCanvas(6, 6, opaqueBlack);
     SoftwareGraphics smallGraphics(small);
-    smallGraphics.fillCircle(opaqueWhite, 2, 2, 0.5f);
-    EXPECT_EQ(countChanged(small, black), 0);
-    smallGraphics.fillCircle(opaqueWhite, 2, 2, 1.0f);
-    EXPECT_EQ(countChanged(small, black), 1);
-    EXPECT_EQ(readPixel(small, 2, 2), white);
+    smallGraphics.fillCircle(opaqueWhiteColour, 2, 2, 0.5f);
+    EXPECT_EQ(countChanged(small, opaqueBlack), 0);
+    smallGraphics.fillCircle(opaqueWhiteColour, 2, 2, 1.0f);
+    EXPECT_EQ(countChanged(small, opaqueBlack), 1);
+    EXPECT_EQ(readPixel(small, 2, 2), opaqueWhite);
 }
 
 TEST(SoftwareGraphicsCirclesTest, RingsAreSolidWithinTheirThicknessAndSoftOutside)
 {
-    Image image = makeCanvas(21, 21, black);
+    Image image = makeCanvas(21, 21, opaqueBlack);
     SoftwareGraphics graphics(image);
     // Thickness 1: band 1 - 0.99 = 0.01. Distance 5: e = -0.01, full. Distances 4 and 6:
     // e = 0.99, alpha truncate(255 * 0.01) = 2. The centre: nothing.
-    graphics.drawRing(opaqueWhite, 10, 10, 5, 1);
-    EXPECT_EQ(readPixel(image, 15, 10), white);
-    EXPECT_EQ(readPixel(image, 13, 14), white);  // 3-4-5
+    graphics.drawRing(opaqueWhiteColour, 10, 10, 5, 1);
+    EXPECT_EQ(readPixel(image, 15, 10), opaqueWhite);
+    EXPECT_EQ(readPixel(image, 13, 14), opaqueWhite);  // 3-4-5
     EXPECT_EQ(readPixel(image, 16, 10), whiteOverBlack(2));
     EXPECT_EQ(readPixel(image, 14, 10), whiteOverBlack(2));
-    EXPECT_EQ(readPixel(image, 10, 10), black);
-    EXPECT_EQ(readPixel(image, 17, 10), black);
+    EXPECT_EQ(readPixel(image, 10, 10), opaqueBlack);
+    EXPECT_EQ(readPixel(image, 17, 10), opaqueBlack);
 
     // Thickness 3 (band 2.01): distances 3 to 7 full, 8 gets truncate(255 * (1 - 0.99)) = 2.
-    Image thick = makeCanvas(21, 21, black);
+    Image thick = makeCanvas(21, 21, opaqueBlack);
     SoftwareGraphics thickGraphics(thick);
-    thickGraphics.drawRing(opaqueWhite, 10, 10, 5, 3);
-    EXPECT_EQ(readPixel(thick, 13, 10), white);
-    EXPECT_EQ(readPixel(thick, 17, 10), white);
+    thickGraphics.drawRing(opaqueWhiteColour, 10, 10, 5, 3);
+    EXPECT_EQ(readPixel(thick, 13, 10), opaqueWhite);
+    EXPECT_EQ(readPixel(thick, 17, 10), opaqueWhite);
     EXPECT_EQ(readPixel(thick, 18, 10), whiteOverBlack(2));
     EXPECT_EQ(readPixel(thick, 12, 10), whiteOverBlack(2));
 }
@@ -94,59 +86,59 @@ TEST(SoftwareGraphicsCirclesTest, ArcsCoverTheirAnglesIncludingOnesThatPassZero)
     // Angle 0 lies left of the centre and grows through the top. At radius 5 around (10, 10):
     // (5, 10) is at 0, (6, 7) at atan(3 / 4) = 0.6435, (7, 6) at 0.9273, (10, 5) at pi / 2,
     // (15, 10) at pi, (10, 15) at 3 pi / 2, (6, 13) at 2 pi - 0.6435 = 5.6397.
-    Image image = makeCanvas(21, 21, black);
+    Image image = makeCanvas(21, 21, opaqueBlack);
     SoftwareGraphics graphics(image);
-    graphics.drawArc(opaqueWhite, 10, 10, 5, 1, 5.5f, 0.8f);  // from 5.5 through 0 to 0.8
-    EXPECT_EQ(readPixel(image, 5, 10), white);
-    EXPECT_EQ(readPixel(image, 6, 7), white);
-    EXPECT_EQ(readPixel(image, 6, 13), white);
-    EXPECT_EQ(readPixel(image, 7, 6), black);
-    EXPECT_EQ(readPixel(image, 10, 5), black);
-    EXPECT_EQ(readPixel(image, 15, 10), black);
-    EXPECT_EQ(readPixel(image, 10, 15), black);
+    graphics.drawArc(opaqueWhiteColour, 10, 10, 5, 1, 5.5f, 0.8f);  // from 5.5 through 0 to 0.8
+    EXPECT_EQ(readPixel(image, 5, 10), opaqueWhite);
+    EXPECT_EQ(readPixel(image, 6, 7), opaqueWhite);
+    EXPECT_EQ(readPixel(image, 6, 13), opaqueWhite);
+    EXPECT_EQ(readPixel(image, 7, 6), opaqueBlack);
+    EXPECT_EQ(readPixel(image, 10, 5), opaqueBlack);
+    EXPECT_EQ(readPixel(image, 15, 10), opaqueBlack);
+    EXPECT_EQ(readPixel(image, 10, 15), opaqueBlack);
 
     // The same angles given out of range come to the same arc: -0.7832 is 5.5 - 2 pi.
-    Image shifted = makeCanvas(21, 21, black);
+    Image shifted = makeCanvas(21, 21, opaqueBlack);
     SoftwareGraphics shiftedGraphics(shifted);
-    shiftedGraphics.drawArc(opaqueWhite, 10, 10, 5, 1, 5.5f - 6.2831853f, 0.8f + 2 * 6.2831853f);
-    EXPECT_EQ(readPixel(shifted, 5, 10), white);
-    EXPECT_EQ(readPixel(shifted, 6, 13), white);
-    EXPECT_EQ(readPixel(shifted, 15, 10), black);
+    shiftedGraphics.drawArc(opaqueWhiteColour, 10, 10, 5, 1, 5.5f - 6.2831853f, 0.8f + 2 * 6.2831853f);
+    EXPECT_EQ(readPixel(shifted, 5, 10), opaqueWhite);
+    EXPECT_EQ(readPixel(shifted, 6, 13), opaqueWhite);
+    EXPECT_EQ(readPixel(shifted, 15, 10), opaqueBlack);
 
     // A soft end: from 0.6435 to 2, the pixel (6, 7) lies at arc length L = 0.6435 * 10 and
     // A = 0.6435 * 10 + 0.5, so its coverage is L - A + 1 = 0.5: alpha truncate(255 * sqrt(0.5))
     // = 180. (10, 5) at pi / 2 is inside; (5, 10) at 0 and (15, 10) at pi are not.
-    Image soft = makeCanvas(21, 21, black);
+    Image soft = makeCanvas(21, 21, opaqueBlack);
     SoftwareGraphics softGraphics(soft);
-    softGraphics.drawArc(opaqueWhite, 10, 10, 5, 1, 0.6435f, 2.0f);
+    softGraphics.drawArc(opaqueWhiteColour, 10, 10, 5, 1, 0.6435f, 2.0f);
     EXPECT_EQ(readPixel(soft, 6, 7), whiteOverBlack(180));
-    EXPECT_EQ(readPixel(soft, 10, 5), white);
-    EXPECT_EQ(readPixel(soft, 5, 10), black);
-    EXPECT_EQ(readPixel(soft, 15, 10), black);
+    EXPECT_EQ(readPixel(soft, 10, 5), opaqueWhite);
+    EXPECT_EQ(readPixel(soft, 5, 10), opaqueBlack);
+    EXPECT_EQ(readPixel(soft, 15, 10), opaqueBlack);
 }
 
 TEST(SoftwareGraphicsCirclesTest, RoundedRectangleCornersAreQuarterDiscs)
 {
-    Image image = makeCanvas(16, 14, black);
+    Image image = makeCanvas(16, 14, opaqueBlack);
     SoftwareGraphics graphics(image);
-    graphics.fillRoundedRect(Rectangle(2, 2, 12, 10), 4, opaqueWhite);
+    graphics.fillRoundedRect(Rectangle(2, 2, 12, 10), 4, opaqueWhiteColour);
     // Top-left circle: centre (5, 5), radius 4, drawn in the square (2, 2, 4, 4).
-    EXPECT_EQ(readPixel(image, 2, 2), black);                  // distance sqrt(18)
-    EXPECT_EQ(readPixel(image, 3, 3), white);                  // sqrt(8) < 3
-    EXPECT_EQ(readPixel(image, 2, 5), white);                  // 3: on the soft edge at 255
+    EXPECT_EQ(readPixel(image, 2, 2), opaqueBlack);                  // distance sqrt(18)
+    EXPECT_EQ(readPixel(image, 3, 3), opaqueWhite);                  // sqrt(8) < 3
+    EXPECT_EQ(readPixel(image, 2, 5), opaqueWhite);                  // 3: on the soft edge at 255
     EXPECT_EQ(readPixel(image, 2, 4), whiteOverBlack(213));    // sqrt(10): 255 * 0.8377
     // Bottom-right circle: centre (10, 8).
-    EXPECT_EQ(readPixel(image, 13, 11), black);
+    EXPECT_EQ(readPixel(image, 13, 11), opaqueBlack);
     EXPECT_EQ(readPixel(image, 13, 9), whiteOverBlack(213));
-    EXPECT_EQ(readPixel(image, 13, 8), white);
+    EXPECT_EQ(readPixel(image, 13, 8), opaqueWhite);
     // The straight parts and nothing outside the rectangle.
-    EXPECT_EQ(readPixel(image, 7, 2), white);
-    EXPECT_EQ(readPixel(image, 2, 7), white);
-    EXPECT_EQ(readPixel(image, 13, 6), white);
+    EXPECT_EQ(readPixel(image, 7, 2), opaqueWhite);
+    EXPECT_EQ(readPixel(image, 2, 7), opaqueWhite);
+    EXPECT_EQ(readPixel(image, 13, 6), opaqueWhite);
     for (int x = 0; x < 16; ++x)
     {
-        EXPECT_EQ(readPixel(image, x, 1), black);
-        EXPECT_EQ(readPixel(image, x, 12), black);
+        EXPECT_EQ(readPixel(image, x, 1), opaqueBlack);
+        EXPECT_EQ(readPixel(image, x, 12), opaqueBlack);
     }
 }
 
@@ -157,7 +149,7 @@ TEST(SoftwareGraphicsCirclesTest, RoundedRectanglePartsCoverEachPixelOnce)
     const int radii[][4] = {{0, 6, 2, 3}, {5, 1, 3, 7}, {4, 4, 0, 0}, {2, 2, 2, 2}};
     for (const auto& corner : radii)
     {
-        Image image = makeCanvas(24, 20, black);
+        Image image = makeCanvas(24, 20, opaqueBlack);
         SoftwareGraphics graphics(image);
         const Rectangle area(3, 2, 17, 15);
         graphics.fillRoundedRectCorners(area, corner[0], corner[1], corner[2], corner[3], Colour(255, 255, 255, 100));
@@ -173,7 +165,7 @@ TEST(SoftwareGraphicsCirclesTest, RoundedRectanglePartsCoverEachPixelOnce)
                     inCorner = inCorner || square.contains({x, y});
                 if (inCorner)
                     continue;
-                const PixelValue expected = area.contains({x, y}) ? whiteOverBlack(100) : black;
+                const PixelValue expected = area.contains({x, y}) ? whiteOverBlack(100) : opaqueBlack;
                 ASSERT_EQ(readPixel(image, x, y), expected)
                     << x << ", " << y << " with radii " << corner[0] << corner[1] << corner[2] << corner[3];
             }

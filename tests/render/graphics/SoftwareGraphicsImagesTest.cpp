@@ -15,8 +15,6 @@ using q1framework::SoftwareGraphics;
 
 namespace
 {
-const PixelValue black{0, 0, 0, 255};
-
 // Pixel (x, y) of a labelled picture: blue 10 * x + 1, green 10 * y + 1, red 200, opaque.
 PixelValue label(int x, int y)
 {
@@ -44,40 +42,40 @@ Image makeSolid(int width, int height, const PixelValue& value)
     return makeCanvas(width, height, value);
 }
 
-// The labels that row y of image shows from x on: the label's x, or -1 for black.
-std::vector<int> labelColumns(const Image& image, int y, int from, int count)
+// The labels of count pixels from (x, y) on, a step of (stepX, stepY) apart: the label's x
+// (or its y, when going down), -1 for black.
+std::vector<int> labelsAlong(const Image& image, int x, int y, int stepX, int stepY, int count)
 {
-    std::vector<int> columns;
-    for (int x = from; x < from + count; ++x)
+    std::vector<int> labels;
+    for (int index = 0; index < count; ++index, x += stepX, y += stepY)
     {
         const PixelValue pixel = readPixel(image, x, y);
-        columns.push_back(pixel == black ? -1 : (pixel.blue - 1) / 10);
+        labels.push_back(pixel == opaqueBlack ? -1 : ((stepY != 0 ? pixel.green : pixel.blue) - 1) / 10);
     }
-    return columns;
+    return labels;
+}
+
+std::vector<int> labelColumns(const Image& image, int y, int from, int count)
+{
+    return labelsAlong(image, from, y, 1, 0, count);
 }
 
 std::vector<int> labelRows(const Image& image, int x, int from, int count)
 {
-    std::vector<int> rows;
-    for (int y = from; y < from + count; ++y)
-    {
-        const PixelValue pixel = readPixel(image, x, y);
-        rows.push_back(pixel == black ? -1 : (pixel.green - 1) / 10);
-    }
-    return rows;
+    return labelsAlong(image, x, from, 0, 1, count);
 }
 }
 
 TEST(SoftwareGraphicsImagesTest, APartCutAtItsLeftIsNotShiftedAndTheClipPicksTheSourcePixels)
 {
     const Image labelled = makeLabelled(4, 2);
-    Image image = makeCanvas(8, 4, black);
+    Image image = makeCanvas(8, 4, opaqueBlack);
     SoftwareGraphics graphics(image);
     graphics.drawImagePart(labelled, Rectangle(-2, 0, 4, 2), Point(3, 1), false, 255);  // source (0, 0, 2, 2)
     EXPECT_EQ(readPixel(image, 3, 1), label(0, 0));
     EXPECT_EQ(readPixel(image, 4, 2), label(1, 1));
-    EXPECT_EQ(readPixel(image, 5, 1), black);
-    EXPECT_EQ(readPixel(image, 2, 1), black);
+    EXPECT_EQ(readPixel(image, 5, 1), opaqueBlack);
+    EXPECT_EQ(readPixel(image, 2, 1), opaqueBlack);
 
     graphics.drawImagePart(labelled, Rectangle(2, 0, 5, 1), Point(0, 0), false, 255);  // source (2, 0, 2, 1)
     EXPECT_EQ(labelColumns(image, 0, 0, 3), (std::vector<int>{2, 3, -1}));
@@ -117,7 +115,7 @@ TEST(SoftwareGraphicsImagesTest, OpacityAppliesToBlendedBlitsOnlyAndScalingIgnor
 
 TEST(SoftwareGraphicsImagesTest, NearestNeighbourScalingStepsInSixteenDotSixteen)
 {
-    Image image = makeCanvas(10, 8, black);
+    Image image = makeCanvas(10, 8, opaqueBlack);
     SoftwareGraphics graphics(image);
     const Image labelled = makeLabelled(4, 3);
     // 3 columns onto 7: step (3 << 16) / 7 = 28086; u = 0, 28086, ... 168516 gives columns
@@ -139,7 +137,7 @@ TEST(SoftwareGraphicsImagesTest, NearestNeighbourScalingStepsInSixteenDotSixteen
 TEST(SoftwareGraphicsImagesTest, AlignedImagesAreScaledOnlyWhenTheSizesDiffer)
 {
     const Image labelled = makeLabelled(2, 2);
-    Image image = makeCanvas(8, 8, black);
+    Image image = makeCanvas(8, 8, opaqueBlack);
     SoftwareGraphics graphics(image);
     graphics.drawImageAligned(labelled, Rectangle(3, 3, 2, 2), false, 255, Alignment::BottomRight);
     EXPECT_EQ(readPixel(image, 3, 3), label(0, 0));
@@ -151,13 +149,13 @@ TEST(SoftwareGraphicsImagesTest, AlignedImagesAreScaledOnlyWhenTheSizesDiffer)
 TEST(SoftwareGraphicsImagesTest, TilesRepeatTheSourceAndTheLastOnesAreClipped)
 {
     const Image labelled = makeLabelled(10, 1);
-    Image image = makeCanvas(30, 2, black);
+    Image image = makeCanvas(30, 2, opaqueBlack);
     SoftwareGraphics graphics(image);
     graphics.setClip(Rectangle(0, 0, 28, 2), false);
     graphics.tileImage(labelled, Rectangle(0, 0, 10, 1), Rectangle(0, 0, 25, 2), false);
     for (int x = 0; x < 30; ++x)
     {
-        const PixelValue expected = x < 25 ? label(x % 10, 0) : black;
+        const PixelValue expected = x < 25 ? label(x % 10, 0) : opaqueBlack;
         EXPECT_EQ(readPixel(image, x, 0), expected) << x;
         EXPECT_EQ(readPixel(image, x, 1), expected) << x;
     }
@@ -172,7 +170,7 @@ TEST(SoftwareGraphicsImagesTest, TilesRepeatTheSourceAndTheLastOnesAreClipped)
 
 TEST(SoftwareGraphicsImagesTest, ThreePartImagesKeepTheirCapsAndTileTheMiddle)
 {
-    Image image = makeCanvas(16, 6, black);
+    Image image = makeCanvas(16, 6, opaqueBlack);
     SoftwareGraphics graphics(image);
     // Thirds of 9 columns: caps 0..2 and 6..8, middle 3..5 tiled over 8 columns; the image's 2
     // rows, not the destination's 5.
@@ -183,7 +181,7 @@ TEST(SoftwareGraphicsImagesTest, ThreePartImagesKeepTheirCapsAndTileTheMiddle)
 
     // Width 10: thirds of 3, so column 6 is never read; narrower than two caps, the caps
     // overlap (the right one on top) and there is no middle.
-    Image narrow = makeCanvas(8, 1, black);
+    Image narrow = makeCanvas(8, 1, opaqueBlack);
     SoftwareGraphics narrowGraphics(narrow);
     narrowGraphics.drawThreePartHorizontal(makeLabelled(10, 1), Rectangle(0, 0, 4, 1), false);
     EXPECT_EQ(labelColumns(narrow, 0, 0, 5), (std::vector<int>{0, 7, 8, 9, -1}));
@@ -191,17 +189,17 @@ TEST(SoftwareGraphicsImagesTest, ThreePartImagesKeepTheirCapsAndTileTheMiddle)
 
 TEST(SoftwareGraphicsImagesTest, VerticalThreePartIsACentredColumnThatIsNeverStretched)
 {
-    Image image = makeCanvas(8, 14, black);
+    Image image = makeCanvas(8, 14, opaqueBlack);
     SoftwareGraphics graphics(image);
     // Thirds of 9 rows; the 2-wide column sits at 0 + (6 - 2) / 2 = 2.
     graphics.drawThreePartVertical(makeLabelled(2, 9), Rectangle(0, 0, 6, 12), false);
     EXPECT_EQ(labelRows(image, 2, 0, 13), (std::vector<int>{0, 1, 2, 3, 4, 5, 3, 4, 5, 6, 7, 8, -1}));
     EXPECT_EQ(readPixel(image, 3, 0), label(1, 0));
-    EXPECT_EQ(readPixel(image, 1, 0), black);
-    EXPECT_EQ(readPixel(image, 4, 0), black);
+    EXPECT_EQ(readPixel(image, 1, 0), opaqueBlack);
+    EXPECT_EQ(readPixel(image, 4, 0), opaqueBlack);
 
     // A column wider than the destination overhangs it on both sides: x = 4 + (2 - 6) / 2 = 2.
-    Image wide = makeCanvas(10, 3, black);
+    Image wide = makeCanvas(10, 3, opaqueBlack);
     SoftwareGraphics wideGraphics(wide);
     wideGraphics.drawThreePartVertical(makeLabelled(6, 3), Rectangle(4, 0, 2, 3), false);
     EXPECT_EQ(labelColumns(wide, 0, 0, 10), (std::vector<int>{-1, -1, 0, 1, 2, 3, 4, 5, -1, -1}));
@@ -209,7 +207,7 @@ TEST(SoftwareGraphicsImagesTest, VerticalThreePartIsACentredColumnThatIsNeverStr
 
 TEST(SoftwareGraphicsImagesTest, NinePartCornersStayAndEdgesAndCentreTile)
 {
-    Image image = makeCanvas(12, 10, black);
+    Image image = makeCanvas(12, 10, opaqueBlack);
     SoftwareGraphics graphics(image);
     graphics.drawNinePart(makeLabelled(6, 6), Rectangle(1, 1, 10, 8), false);
     // Columns: corner 0, 1; middle 2, 3 tiled over 6; corner 4, 5. Rows alike over 8.

@@ -16,8 +16,6 @@ using q1framework::SoftwareGraphics;
 namespace
 {
 const PixelValue clear{0, 0, 0, 0};
-const PixelValue white{255, 255, 255, 255};
-const PixelValue black{0, 0, 0, 255};
 }
 
 TEST(SoftwareGraphicsTest, OriginAndClipMoveTogetherAndIntersectClipReturnsTheOldClip)
@@ -144,7 +142,7 @@ TEST(SoftwareGraphicsTest, FillRectReplacesOrBlendsWithItsTwoRoundings)
 
 TEST(SoftwareGraphicsTest, BlendPixelAndBlendWhite)
 {
-    Image image = makeCanvas(4, 1, black);
+    Image image = makeCanvas(4, 1, opaqueBlack);
     SoftwareGraphics graphics(image);
     graphics.translate(1, 0);
 
@@ -153,10 +151,10 @@ TEST(SoftwareGraphicsTest, BlendPixelAndBlendWhite)
     graphics.blendWhite(0, 0, 0.5f);
     EXPECT_EQ(readPixel(image, 1, 0), (PixelValue{126, 126, 126, 255}));
     graphics.blendWhite(1, 0, 1.0f);
-    EXPECT_EQ(readPixel(image, 2, 0), white);
+    EXPECT_EQ(readPixel(image, 2, 0), opaqueWhite);
     // 1.004 * 255 truncates to 256, which wraps to alpha 0: nothing.
     graphics.blendWhite(2, 0, 1.004f);
-    EXPECT_EQ(readPixel(image, 3, 0), black);
+    EXPECT_EQ(readPixel(image, 3, 0), opaqueBlack);
     // Straight form at alpha 64 for red 255: 255 * 64 >> 8 = 63 over 0; alpha 255 * 192 >> 8 = 191 + 64.
     graphics.blendPixel(-1, 0, Colour(255, 0, 0, 64));
     EXPECT_EQ(readPixel(image, 0, 0), (PixelValue{0, 0, 63, 255}));
@@ -166,11 +164,11 @@ TEST(SoftwareGraphicsTest, BlendPixelAndBlendWhite)
 
 TEST(SoftwareGraphicsTest, CheckerboardCellsCountFromTheBufferAndBlendPremultiplied)
 {
-    Image image = makeCanvas(12, 8, white);
+    Image image = makeCanvas(12, 8, opaqueWhite);
     SoftwareGraphics graphics(image);
     graphics.translate(1, 0);  // cells stay anchored to the buffer, not the origin
     graphics.fillCheckerboard(Rectangle(-1, 0, 12, 8), Colour(255, 0, 0, 255), Colour(0, 0, 255, 128), 4);
-    // The second colour premultiplies to blue 255 * 128 / 255 = 128, alpha 128; over white:
+    // The second colour premultiplies to blue 255 * 128 / 255 = 128, alpha 128; over opaqueWhite:
     // 255 * 128 >> 8 = 127, plus 128 on blue and alpha.
     const PixelValue first{0, 0, 255, 255};
     const PixelValue second{255, 127, 127, 255};
@@ -186,7 +184,7 @@ TEST(SoftwareGraphicsTest, CheckerboardCellsCountFromTheBufferAndBlendPremultipl
 
 TEST(SoftwareGraphicsTest, GradientStepsInFixedPointAndCarriesItsFractions)
 {
-    // Black to white over 4 rows: step (255 << 16) / 4 = 63.75 in 16.16. Rows: 0; 63 (sum of
+    // Black to opaqueWhite over 4 rows: step (255 << 16) / 4 = 63.75 in 16.16. Rows: 0; 63 (sum of
     // fractions 0); 127 (sum 0xC000); 191.25 + the carry of sum 0x14000 = 192.
     Image image = makeCanvas(3, 6, clear);
     SoftwareGraphics graphics(image);

@@ -25,6 +25,17 @@ inline std::ostream& operator<<(std::ostream& stream, const PixelValue& pixel)
     return stream << "(b " << pixel.blue << ", g " << pixel.green << ", r " << pixel.red << ", a " << pixel.alpha << ")";
 }
 
+const PixelValue opaqueBlack{0, 0, 0, 255};
+const PixelValue opaqueWhite{255, 255, 255, 255};
+
+// White at alpha (0 to 255) in the straight colour form over opaque black: colour
+// 255 * alpha >> 8 on each channel, alpha (255 * (256 - alpha) >> 8) + alpha, which is 255.
+inline PixelValue whiteOverBlack(int alpha)
+{
+    const int colour = 255 * alpha >> 8;
+    return {colour, colour, colour, (255 * (256 - alpha) >> 8) + alpha};
+}
+
 inline PixelValue readPixel(const q1framework::Image& image, int x, int y)
 {
     const uint8_t* pixel = image.getPixelPointer(x, y);
