@@ -8,6 +8,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <utility>
 #include <string>
 #include <vector>
 
@@ -116,6 +117,9 @@ TEST_F(Kelvane, ParameterNamesAndTextsAtTheirBoundaries)
 
     EXPECT_EQ(display(attack, 0.0f), "-100 %");
     EXPECT_EQ(display(attack, 1.0f), "100 %");
+    // 0.2451 x 200 - 100 = -50.98: truncated towards zero.
+    EXPECT_EQ(display(release, 0.2451f), "-50 %");
+    EXPECT_EQ(display(release, 0.7549f), "50 %");
     EXPECT_EQ(display(gain, 0.5f), "0.00 dB");
     EXPECT_EQ(display(gain, 0.0f), "-9.00 dB");
     EXPECT_EQ(display(attackTime, 0.333f), "mid");
@@ -123,7 +127,11 @@ TEST_F(Kelvane, ParameterNamesAndTextsAtTheirBoundaries)
     EXPECT_EQ(display(bypass, 0.499f), "Off");
     EXPECT_EQ(display(bypass, 0.5f), "On");
     EXPECT_EQ(display(drive, 1.0f), "100 %");
-    EXPECT_EQ(effect->getParameter(effect, drive), 1.0f);
+    EXPECT_EQ(display(drive, 0.555f), "55 %");
+    EXPECT_EQ(effect->getParameter(effect, drive), 0.555f);
+    // A host outside 0..1 still gets a text, not an undefined conversion.
+    EXPECT_EQ(display(attack, 1e30f), "2147483647 %");
+    EXPECT_EQ(display(drive, -1e30f), "-2147483648 %");
 }
 
 TEST_F(Kelvane, AutomationReachesTheSoundInTheNextBlock)
@@ -178,24 +186,42 @@ TEST_F(Kelvane, ChunkSavesAndLoadsValuesAndEditorSize)
     EXPECT_NE(chunkText(effect).find("uiWidthNew=\"750\" uiHeightNew=\"175\""), std::string::npos);
 }
 
-TEST_F(Kelvane, GarbageChunksAnswerZeroAndChangeNothing)
+TEST_F(Kelvane, DamagedChunksAnswerZeroAndChangeNothing)
 {
     effect->setParameter(effect, gain, 0.7f);
+    setChunk(effect, chunkOf("<KELVANE uiWidthNew=\"900\" uiHeightNew=\"210\"><Program/></KELVANE>"));
     const std::vector<char> good = getChunk(effect);
-    const std::vector<float> before = parameters(effect);
     std::vector<char> noise(3000);
     unsigned seed = 12345;
     for (char& byte : noise)
         byte = static_cast<char>((seed = seed * 1103515245u + 12345u) >> 16);
-    std::vector<char> truncated(good.begin(), good.begin() + static_cast<long>(good.size() / 2));
-    std::vector<char> wrongCase = good;
-    wrongCase[0] = 'v';
-    for (const std::vector<char>& garbage : {noise, truncated, wrongCase, bytesOf("VC2!"), std::vector<char>(1, 0)})
+    const std::string other = "<KELVANE uiWidthNew=\"1400\"><Program gain=\"0.1\"/></KELVANE>";
+    std::vector<char> otherCase = chunkOf(other);
+    otherCase[0] = 'v';
+    std::vector<char> otherOrder = chunkOf(other);
+    std::swap(otherOrder[0], otherOrder[2]);
+    const std::vector<std::vector<char>> damaged = {
+        noise,
+        std::vector<char>(good.begin(), good.begin() + static_cast<long>(good.size() / 2)),  // cut off
+        otherCase,
+        otherOrder,
+        bytesOf("VC2!"),                                           // shorter than the header
+        bytesOf(std::string("VC2!\0\0\0\0", 8) + other),           // a length of 0
+        chunkOf("not XML at all"),
+        chunkOf("<KELVANE"),
+        chunkOf("<KELVANO uiWidthNew=\"1400\"><Program gain=\"0.1\"/></KELVANO>"),  // another root
+        std::vector<char>(1, 0),
+    };
+    for (const std::vector<char>& garbage : damaged)
     {
         EXPECT_EQ(setChunk(effect, garbage), 0);
-        EXPECT_EQ(parameters(effect), before);
+        EXPECT_EQ(getChunk(effect), good);
     }
-    EXPECT_EQ(getChunk(effect), good);
+
+    // Within a good document, values that are no number in 0..1 count as missing ones.
+    const std::vector<float> before = parameters(effect);
+    setChunk(effect, chunkOf("<KELVANE><Program gain=\"1.5\" attack=\"-0.1\" release=\"nan\" drive=\"x\"/></KELVANE>"));
+    EXPECT_EQ(parameters(effect), before);
 }
 
 TEST_F(Kelvane, ProgramCallsLeaveTheProgramAndTheSoundAlone)
