@@ -114,7 +114,11 @@ void SoftwareGraphics::blendPixel(int x, int y, const Colour& colour)
 
 void SoftwareGraphics::blendWhite(int x, int y, float alpha)
 {
-    blendPixel(x, y, Colour(255, 255, 255, static_cast<int>(alpha * 255.0f) & 255));
+    // Beyond the range of int (or not a number) the truncation has no value: nothing is drawn.
+    const float scaled = alpha * 255.0f;
+    if (!(scaled > -2.0e9f && scaled < 2.0e9f))
+        return;
+    blendPixel(x, y, Colour(255, 255, 255, static_cast<int>(scaled) & 255));
 }
 
 void SoftwareGraphics::drawPoints(const Array<PlottedPoint>& points, float pointScale)

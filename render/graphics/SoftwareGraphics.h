@@ -23,9 +23,9 @@ class Image;
 // straight (not premultiplied).
 //
 // Coordinates: every position passed in is relative to the origin, which translate moves. The
-// clip is kept in buffer coordinates; nothing is drawn outside it. Operations that run a little
-// past the clip's edge in their inner loops rely on the buffer having a margin of at least 16
-// pixels around it (Image and MemorySurface have one).
+// clip is kept in buffer coordinates, as set; it may reach beyond the buffer, but drawing touches
+// only the part of it inside the buffer (the drawable rectangle), so nothing outside the buffer
+// is ever written.
 //
 // Blending, in integers with truncation at every step; a is the source alpha (0 to 255), d a
 // destination byte:
@@ -219,7 +219,7 @@ private:
     int originX = 0;
     int originY = 0;
     Rectangle clip;       // buffer coordinates, as set
-    Rectangle drawable;   // clip cut to the buffer: the only pixels that drawing touches
+    Rectangle drawable;   // clip cut to the buffer: the only pixels that drawing may touch
     int width = 0;        // buffer size, pixels
     int height = 0;
     int stride = 0;       // bytes from one line to the next; may be negative

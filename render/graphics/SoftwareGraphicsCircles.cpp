@@ -40,10 +40,10 @@ float toFirstTurn(float angle)
 }
 
 // The alpha of a ring pixel from its distance e outside the ring's solid band: full inside, a
-// one-pixel soft edge, -1 beyond it.
+// one-pixel soft edge, -1 beyond it (or for a distance that is not a number).
 int ringAlpha(int alpha, float outside)
 {
-    if (outside >= 1.0f)
+    if (!(outside < 1.0f))
         return -1;
     return outside < 0.0f ? alpha : static_cast<int>(alpha * (1.0f - outside));
 }

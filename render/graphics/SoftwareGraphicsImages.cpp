@@ -62,16 +62,16 @@ void SoftwareGraphics::drawImageScaled(const Image& image, const Rectangle& sour
     const Rectangle covered = placed.getIntersection(drawable);
     if (part.isEmpty() || covered.isEmpty())
         return;
-    // 16.16 steps through the source; the products are formed in 64 bits so that large pictures
-    // cannot overflow them, and every column and row they give lies inside part.
-    const auto stepX = static_cast<int32_t>((static_cast<int64_t>(part.w) << 16) / placed.w);
-    const auto stepY = static_cast<int32_t>((static_cast<int64_t>(part.h) << 16) / placed.h);
-    const int64_t startX = static_cast<int64_t>(covered.x - placed.x) * stepX + (static_cast<int64_t>(part.x) << 16);
+    // 16.16 steps through the source, held in 64 bits so that large pictures cannot overflow them;
+    // every column and row they give lies inside part.
+    const int64_t stepX = (static_cast<int64_t>(part.w) << 16) / placed.w;
+    const int64_t stepY = (static_cast<int64_t>(part.h) << 16) / placed.h;
+    const int64_t startX = (covered.x - placed.x) * stepX + (static_cast<int64_t>(part.x) << 16);
     const PixelKernels& kernels = PixelKernels::getBest();
     uint32_t gathered[gatherLength];
     for (int row = 0; row < covered.h; ++row)
     {
-        const int64_t sourceRow = ((static_cast<int64_t>(row + covered.y - placed.y) * stepY) >> 16) + part.y;
+        const int64_t sourceRow = (((row + covered.y - placed.y) * stepY) >> 16) + part.y;
         const auto* line = reinterpret_cast<const uint32_t*>(image.getLine(static_cast<unsigned>(sourceRow)));
         uint8_t* to = pixelAddress(covered.x, covered.y + row);
         int64_t position = startX;

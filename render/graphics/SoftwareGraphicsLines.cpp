@@ -153,7 +153,7 @@ void SoftwareGraphics::drawTaperedVerticalLine(int x, Colour colour, float y1, f
     float t = -(start - static_cast<float>(firstRow)) * step + static_cast<float>(first - firstRow) * step;
     for (int y = first; y < last; ++y, t += step)
     {
-        if (t < 0.0f || t >= 1.0f)
+        if (!(t >= 0.0f && t < 1.0f))
             continue;
         const float profile = t < 0.5f ? 2.0f * t : 2.0f - 2.0f * t;
         blendStraightAt(x, y, colour, static_cast<int>(colour.getAlpha() * std::sqrt(profile)) & 255);
