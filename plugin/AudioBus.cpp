@@ -20,7 +20,7 @@ constexpr uint64_t largestBufferBytes = uint64_t{1} << 26;  // 8 Mi frames
 }  // namespace
 
 AudioPlugin::AudioBus::AudioBus(AudioPlugin& owner, const String& name, int channels)
-    : Bus(owner, name), channelCount(channels > 0 ? channels : 0)
+    : Bus(owner, name), layoutChannels(channels > 0 ? channels : 0), channelCount(layoutChannels)
 {
     array = makeChannelArray(0);
     channelCount = array.length;
@@ -51,15 +51,15 @@ void AudioPlugin::AudioBus::clear(int frames)
 AudioPlugin::AudioBus::ChannelArray AudioPlugin::AudioBus::makeChannelArray(int blockSize) const
 {
     ChannelArray fresh;
-    fresh.channels = static_cast<float**>(std::calloc(static_cast<size_t>(channelCount > 0 ? channelCount : 1),
+    fresh.channels = static_cast<float**>(std::calloc(static_cast<size_t>(layoutChannels > 0 ? layoutChannels : 1),
                                                       sizeof(float*)));
     // Without an array the bus has no channels, and process leaves the block alone.
-    fresh.length = fresh.channels != nullptr ? channelCount : 0;
+    fresh.length = fresh.channels != nullptr ? layoutChannels : 0;
     fresh.withBuffers = ownsBuffers && fresh.channels != nullptr;
     if (fresh.withBuffers && blockSize > 0 && uint64_t(blockSize) * sizeof(double) <= largestBufferBytes)
     {
         fresh.bufferSamples = blockSize * samplesPerFrame;
-        for (int channel = 0; channel < channelCount; ++channel)
+        for (int channel = 0; channel < fresh.length; ++channel)
             fresh.channels[channel] = static_cast<float*>(
                 alignedCalloc(static_cast<unsigned>(fresh.bufferSamples) * sizeof(float), bufferAlignment));
     }

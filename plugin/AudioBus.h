@@ -45,8 +45,9 @@ private:
         int bufferSamples = 0;  // floats in each buffer
     };
 
-    // Host thread, without the mutex: a new zeroed array for this bus, with zeroed buffers of
-    // blockSize doubles each where the bus owns its buffers.
+    // Host thread, without the mutex: a new zeroed array of the layout's channel count, with
+    // zeroed buffers of blockSize doubles each where the bus owns its buffers. It reads nothing
+    // that the audio thread writes.
     ChannelArray makeChannelArray(int blockSize) const;
     // Owner's mutex held: puts `replacement` in place and answers the array it replaced.
     ChannelArray swapChannelArray(const ChannelArray& replacement);
@@ -55,7 +56,8 @@ private:
     // Host thread: frees the owned buffers; the array stays, zeroed, for the adapter's pointers.
     void releaseBuffers();
 
-    int channelCount;
+    const int layoutChannels;  // the channels the bus was made with
+    int channelCount;          // the channels of the next block, at most the array's length
     ChannelArray array;
     bool ownsBuffers = true;
 };
