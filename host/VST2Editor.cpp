@@ -17,10 +17,4 @@ bool VST2Editor::getRect(ERect** rectangle)
     return true;
 }
 
-bool VST2Editor::open(void* parent)
-{
-    AEffEditor::open(parent);
-    return false;
-}
-
 }  // namespace q1framework

@@ -22,10 +22,9 @@ public:
 
     VST2Editor(AudioEffect* effect, AudioPlugin* plugin);
 
-    // Main thread. The editor's size from (0, 0), each side narrowed to 16 bits; true.
+    // Main thread. The editor's size from (0, 0), each side narrowed to 16 bits; true. (open and
+    // close stay AEffEditor's: the host's window is stored and cleared, and no editor is made.)
     bool getRect(ERect** rectangle) override;
-    // Main thread. Stores the host's window; false, no editor was made.
-    bool open(void* parent) override;
 
     AudioPlugin* getPlugin() const { return plugin; }
 
