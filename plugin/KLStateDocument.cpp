@@ -5,6 +5,8 @@
 
 #include <tinyxml.h>
 
+#include <cmath>
+
 using q1framework::String;
 
 namespace
@@ -64,10 +66,10 @@ KLStateDocument::ProgramReading readProgram(const TiXmlElement* element)
     for (int index = 0; index < KLParameters::count; ++index)
     {
         double value = 0.0;
-        // Our writer and every host keep values in 0..1; a value outside it (or NaN) could only
-        // come from a damaged chunk and would drive the gain or the drive to infinity.
+        // Values are taken as they stand, also outside 0..1; "nan" and "inf", which the number
+        // reader accepts, count as malformed and leave the value.
         if (element->QueryDoubleAttribute(KLParameters::getStateAttribute(index), &value) == TIXML_SUCCESS
-            && value >= 0.0 && value <= 1.0)
+            && std::isfinite(value))
             reading.values[index] = static_cast<float>(value);
     }
     return reading;

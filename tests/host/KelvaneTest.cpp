@@ -218,10 +218,13 @@ TEST_F(Kelvane, DamagedChunksAnswerZeroAndChangeNothing)
         EXPECT_EQ(getChunk(effect), good);
     }
 
-    // Within a good document, values that are no number in 0..1 count as missing ones.
-    const std::vector<float> before = parameters(effect);
+    // Within a good document, values that are no finite number count as missing ones; numbers
+    // outside 0..1 are taken as they stand.
+    std::vector<float> expected = parameters(effect);
+    expected[gain] = 1.5f;
+    expected[attack] = -0.1f;
     setChunk(effect, chunkOf("<KELVANE><Program gain=\"1.5\" attack=\"-0.1\" release=\"nan\" drive=\"x\"/></KELVANE>"));
-    EXPECT_EQ(parameters(effect), before);
+    EXPECT_EQ(parameters(effect), expected);
 }
 
 TEST_F(Kelvane, ProgramCallsLeaveTheProgramAndTheSoundAlone)

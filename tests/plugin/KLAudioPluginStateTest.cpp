@@ -112,6 +112,13 @@ TEST(KLAudioPluginState, PartialProgramIsMergedAndAMissingSizeMeansTheDefault)
     EXPECT_NE(saved.find("<KELVANE uiWidth=\"12\" uiHeight=\"0\" uiWidthNew=\"750\" uiHeightNew=\"175\" "
                          "currentProgram=\"0\">"),
               std::string::npos);
+
+    // Values are taken as they stand, also beyond 0..1; a number that is no finite value counts
+    // as malformed and leaves its value.
+    load(plugin, chunkOf(document("", "<Program gain=\"1.25\" drive=\"nan\" release=\"inf\"/>")));
+    EXPECT_EQ(plugin.getParameter(KLParameters::gain), 1.25);
+    EXPECT_EQ(plugin.getParameter(KLParameters::drive), 0.0);
+    EXPECT_EQ(plugin.getParameter(KLParameters::release), static_cast<double>(0.9f));
 }
 
 TEST(KLAudioPluginState, HostileLengthsAndNestingAreReadQuietly)
