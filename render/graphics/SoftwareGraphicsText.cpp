@@ -98,19 +98,19 @@ void SoftwareGraphics::drawGlyph(const Image& glyph, const Point& position, cons
     const int y = position.y + originY;
     const int glyphWidth = glyph.getWidth();
     // A glyph that starts between pixels reaches into one more pixel on the right.
-    const Rectangle visible = Rectangle(x, y, glyphWidth + (phase > 0 ? 1 : 0), glyph.getHeight()).getIntersection(clip);
+    const Rectangle visible = Rectangle(x, y, glyphWidth + (phase > 0 ? 1 : 0), glyph.getHeight()).getIntersection(drawable);
     if (visible.isEmpty())
         return;
 
-    // Subpixels are thirds of a pixel, counted from the buffer's left edge. When the clip cuts the
-    // glyph's left side, the walk starts on the first whole pixel inside the clip, at the glyph
-    // subpixel that falls there; the glyph's last phase subpixels are then left out.
+    // Subpixels are thirds of a pixel, counted from the buffer's left edge. When the clip (cut to
+    // the buffer) cuts the glyph's left side, the walk starts on the first whole pixel inside it,
+    // at the glyph subpixel that falls there; the glyph's last phase subpixels are then left out.
     const bool leftVisible = visible.x == x;
     const int destinationPhase = leftVisible ? phase : 0;
     const int sourcePhase = leftVisible ? 0 : (3 - phase) % 3;
     const int sourceColumn = visible.x - x - (sourcePhase != 0 ? 1 : 0);
-    const int subpixels = std::min(x * 3 + destinationPhase + glyphWidth * 3, clip.getRight() * 3)
-                          - std::max(x * 3 + destinationPhase, clip.x * 3);
+    const int subpixels = std::min(x * 3 + destinationPhase + glyphWidth * 3, drawable.getRight() * 3)
+                          - std::max(x * 3 + destinationPhase, drawable.x * 3);
 
     const int alpha = colour.getAlpha();
     // Destination subpixels go red, green, blue: bytes 2, 1, 0 of a pixel. The alpha byte stays.

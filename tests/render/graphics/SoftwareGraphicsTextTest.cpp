@@ -178,6 +178,24 @@ TEST_F(SoftwareGraphicsTextTest, AGlyphCutOnTheLeftStartsInsideItsSamples)
     EXPECT_EQ(pixelAt(cut, 3, 0), background);
 }
 
+TEST_F(SoftwareGraphicsTextTest, AClipBeyondTheBufferWritesNothingOutsideIt)
+{
+    // The canvas has a margin: a glyph hanging over the right edge under a clip that reaches past
+    // the buffer must leave the margin's zeros alone, and still draw its part inside.
+    Image canvas(5, 1, true, 16);
+    SoftwareGraphics graphics(canvas);
+    graphics.setClip(Rectangle(-10, -10, 40, 40), false);
+    graphics.drawGlyph(makeTwoPixelGlyph(), Point(4, 0), ink, 2);
+    graphics.drawGlyph(makeTwoPixelGlyph(), Point(-1, 0), ink, 1);
+    for (int x = -3; x < 0; ++x)
+        EXPECT_EQ(pixelAt(canvas, x, 0), (Pixel{0, 0, 0, 0})) << "left margin " << x;
+    for (int x = 5; x < 9; ++x)
+        EXPECT_EQ(pixelAt(canvas, x, 0), (Pixel{0, 0, 0, 0})) << "right margin " << x;
+    // Pixel 4 takes the glyph's first samples 255 and 128 on green and blue (phase 2 puts 255 on
+    // blue): blue (1 * 0 + 50 * 255) >> 8 = 49.
+    EXPECT_EQ(pixelAt(canvas, 4, 0).blue, 49);
+}
+
 TEST_F(SoftwareGraphicsTextTest, CoverageBelowOneStepWritesNothing)
 {
     Image glyph(1, 1, true, 0);
