@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <cstring>
 
-// Groups of 4 or 8 floats handled lane by lane, through the compiler's generic vector types: SSE
-// or AVX on x86-64, NEON on ARM, plain code elsewhere. Every lane operation is the IEEE operation
+// Groups of 4, 8 or 16 floats handled lane by lane, through the compiler's generic vector types:
+// SSE, AVX or AVX-512 on x86-64, NEON on ARM, plain code elsewhere. Every lane operation is the IEEE operation
 // of the scalar type, so a lane computes bit for bit what the same expression computes on a float.
 //
 // The code that uses these is compiled once per instruction set. Everything here therefore has
@@ -26,6 +26,13 @@ struct LaneTypes<8>
 {
     typedef float Float __attribute__((vector_size(32)));
     typedef int32_t Mask __attribute__((vector_size(32)));
+};
+
+template <>
+struct LaneTypes<16>
+{
+    typedef float Float __attribute__((vector_size(64)));
+    typedef int32_t Mask __attribute__((vector_size(64)));
 };
 
 template <int Width>

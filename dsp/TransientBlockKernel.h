@@ -43,14 +43,14 @@ struct RampSteps
 // whole lanes with values that give a gain of 1 and a silent output.
 struct ChunkRecord
 {
-    alignas(32) float fast[chunkFrames];
-    alignas(32) float slow[chunkFrames];
-    alignas(32) float sustain[chunkFrames];
-    alignas(32) float follower[chunkFrames];
-    alignas(32) float attack[chunkFrames];
-    alignas(32) float release[chunkFrames];
-    alignas(32) float outputGain[chunkFrames];
-    alignas(32) float drive[chunkFrames];
+    alignas(64) float fast[chunkFrames];
+    alignas(64) float slow[chunkFrames];
+    alignas(64) float sustain[chunkFrames];
+    alignas(64) float follower[chunkFrames];
+    alignas(64) float attack[chunkFrames];
+    alignas(64) float release[chunkFrames];
+    alignas(64) float outputGain[chunkFrames];
+    alignas(64) float drive[chunkFrames];
 };
 
 inline RampSteps rampStepsFor(const TransientProcessor& p, int count)
@@ -103,7 +103,7 @@ struct Detector
     // of `width` lanes. A frame whose detector level is not finite leaves the envelopes standing;
     // the ramps advance on every frame.
     template <int channels, int width>
-    void follow(const float* left, const float* right, int frames, ChunkRecord& record)
+    [[gnu::noinline]] void follow(const float* left, const float* right, int frames, ChunkRecord& record)
     {
         if (standing(outputGain, steps.outputGain) && standing(attackAmount, steps.attack) &&
             standing(releaseAmount, steps.release) && standing(drive, steps.drive))
@@ -128,64 +128,74 @@ struct Detector
     }
 
     // With all ramps standing the ramp values are the same for every frame and are filled in once.
+    // The loop runs on locals, not fields: the record's stores cannot alias them, so they stay in
+    // registers across the frames.
     template <int channels, bool ramping>
     void followFrames(const float* left, const float* right, int frames, ChunkRecord& record)
     {
+        float fastNow = fast, slowNow = slow, sustainNow = sustain, releaseNow = release, followerNow = follower;
+        float attackNow = attackAmount, releaseAmountNow = releaseAmount, outputGainNow = outputGain,
+              driveNow = drive;
         for (int i = 0; i < frames; ++i)
         {
             const float level = channels == 2 ? (std::fabs(left[i]) + std::fabs(right[i])) * 0.5f : std::fabs(left[i]);
             // The level is a magnitude, so this is false exactly for infinities and NaN.
             if (level <= std::numeric_limits<float>::max())
             {
-                fast = level > fast ? level : fast * fall;
-                slow = level > slow ? slow + (level - slow) * rise : slow * fall;
-                sustain = level >= sustain ? level : sustain * sustainFall;
-                release = level >= release ? level : release * releaseFall;
-                follower = follower + (release - follower) * followerApproach();
+                fastNow = level > fastNow ? level : fastNow * fall;
+                slowNow = level > slowNow ? slowNow + (level - slowNow) * rise : slowNow * fall;
+                sustainNow = level >= sustainNow ? level : sustainNow * sustainFall;
+                releaseNow = level >= releaseNow ? level : releaseNow * releaseFall;
+                followerNow = followerNow
+                              + (releaseNow - followerNow) * followerApproach(releaseNow, followerNow, releaseAmountNow);
             }
-            record.fast[i] = fast;
-            record.slow[i] = slow;
-            record.sustain[i] = sustain;
-            record.follower[i] = follower;
+            record.fast[i] = fastNow;
+            record.slow[i] = slowNow;
+            record.sustain[i] = sustainNow;
+            record.follower[i] = followerNow;
             if constexpr (ramping)
             {
-                record.attack[i] = attackAmount;
-                record.release[i] = releaseAmount;
-                record.outputGain[i] = outputGain;
-                record.drive[i] = drive;
-                advanceRamps();
+                record.attack[i] = attackNow;
+                record.release[i] = releaseAmountNow;
+                record.outputGain[i] = outputGainNow;
+                record.drive[i] = driveNow;
+                outputGainNow += steps.outputGain;
+                attackNow += steps.attack;
+                releaseAmountNow += steps.release;
+                driveNow += steps.drive;
             }
         }
         if constexpr (!ramping)
         {
             for (int i = 0; i < frames; ++i)
             {
-                record.attack[i] = attackAmount;
-                record.release[i] = releaseAmount;
-                record.outputGain[i] = outputGain;
-                record.drive[i] = drive;
+                record.attack[i] = attackNow;
+                record.release[i] = releaseAmountNow;
+                record.outputGain[i] = outputGainNow;
+                record.drive[i] = driveNow;
             }
         }
-    }
-
-    void advanceRamps()
-    {
-        outputGain += steps.outputGain;
-        attackAmount += steps.attack;
-        releaseAmount += steps.release;
-        drive += steps.drive;
+        fast = fastNow;
+        slow = slowNow;
+        sustain = sustainNow;
+        release = releaseNow;
+        follower = followerNow;
+        attackAmount = attackNow;
+        releaseAmount = releaseAmountNow;
+        outputGain = outputGainNow;
+        drive = driveNow;
     }
 
     // The fraction by which the follower closes in on the release envelope: three times its lag
     // relative to the envelope, limited to 0..1, times followRange, plus followBase. So base when
     // it does not lag, all the way when it lags by a third or more, and all the way always for
     // negative release amounts. A lag of 0 or below settles the limit without the division.
-    float followerApproach() const
+    float followerApproach(float envelope, float followerValue, float amount) const
     {
-        if (!(release > 0.0f && releaseAmount >= 0.0f))
+        if (!(envelope > 0.0f && amount >= 0.0f))
             return followLagging;
-        const float guarded = release + 0.0001f;
-        const float lag = guarded - follower;
+        const float guarded = envelope + 0.0001f;
+        const float lag = guarded - followerValue;
         if (lag <= 0.0f)
             return followBase;
         const float scaled = (lag / guarded) * 3.0f;
@@ -318,10 +328,10 @@ struct Shaper
     // overlap many groups' divisions. The left channel goes first, as in the per-sample order;
     // the drive peak is a maximum, so the lanes may add to it in any order.
     template <int channels, bool accumulate>
-    static void shapeChunk(const TransientBlockPaths::Buffers& buffers, int start, int frames,
+    [[gnu::noinline]] static void shapeChunk(const TransientBlockPaths::Buffers& buffers, int start, int frames,
                            const ChunkRecord& record, Float& peak)
     {
-        alignas(32) float gains[chunkFrames];
+        alignas(64) float gains[chunkFrames];
         for (int frame = 0; frame < frames; frame += Width)
             Lanes::store(gains + frame, gainAt(record, frame));
         for (int frame = 0; frame < frames; frame += Width)

@@ -2,7 +2,7 @@
 
 class TransientProcessor;
 
-// The block path of TransientProcessor, built once per instruction set. The processor picks the
+// The block path of TransientProcessor, built once per instruction set. The processor takes the
 // widest one the machine runs; tests check each of them against the per-sample order. All give
 // the same bits.
 //
@@ -20,8 +20,12 @@ struct Buffers
 // Four lanes with the baseline instruction set of the build.
 void processPortable(TransientProcessor& processor, const Buffers& buffers, int channels, int count, bool accumulate);
 
-// Whether this build and this machine offer the wide path (eight lanes on x86-64 with AVX2).
-bool hasWide();
-// The wide path; only to be called when hasWide() answers true.
-void processWide(TransientProcessor& processor, const Buffers& buffers, int channels, int count, bool accumulate);
+// Eight lanes (AVX2 on x86-64) and sixteen lanes (AVX-512), where this build and this machine
+// offer them; each process function is only to be called when its `has` function answers true.
+bool hasEightLanes();
+void processEightLanes(TransientProcessor& processor, const Buffers& buffers, int channels, int count,
+                       bool accumulate);
+bool hasSixteenLanes();
+void processSixteenLanes(TransientProcessor& processor, const Buffers& buffers, int channels, int count,
+                         bool accumulate);
 }

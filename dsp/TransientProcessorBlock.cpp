@@ -11,8 +11,10 @@ void process(TransientProcessor& processor, const TransientBlockPaths::Buffers& 
              bool accumulate)
 {
     const DenormalGuard denormalGuard;
-    if (TransientBlockPaths::hasWide())
-        TransientBlockPaths::processWide(processor, buffers, channels, count, accumulate);
+    if (TransientBlockPaths::hasSixteenLanes())
+        TransientBlockPaths::processSixteenLanes(processor, buffers, channels, count, accumulate);
+    else if (TransientBlockPaths::hasEightLanes())
+        TransientBlockPaths::processEightLanes(processor, buffers, channels, count, accumulate);
     else
         TransientBlockPaths::processPortable(processor, buffers, channels, count, accumulate);
 }

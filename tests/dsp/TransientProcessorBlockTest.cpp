@@ -119,8 +119,10 @@ void processWith(BlockPath path, TransientProcessor& p, const float* inLeft, con
 std::vector<BlockPath> blockPaths()
 {
     std::vector<BlockPath> paths = {nullptr, &TransientBlockPaths::processPortable};
-    if (TransientBlockPaths::hasWide())
-        paths.push_back(&TransientBlockPaths::processWide);
+    if (TransientBlockPaths::hasEightLanes())
+        paths.push_back(&TransientBlockPaths::processEightLanes);
+    if (TransientBlockPaths::hasSixteenLanes())
+        paths.push_back(&TransientBlockPaths::processSixteenLanes);
     return paths;
 }
 

@@ -2,13 +2,13 @@
 // has it.
 #include "dsp/TransientBlockKernel.h"
 
-bool TransientBlockPaths::hasWide()
+bool TransientBlockPaths::hasEightLanes()
 {
     return __builtin_cpu_supports("avx2");
 }
 
-void TransientBlockPaths::processWide(TransientProcessor& processor, const Buffers& buffers, int channels,
-                                      int count, bool accumulate)
+void TransientBlockPaths::processEightLanes(TransientProcessor& processor, const Buffers& buffers, int channels,
+                                            int count, bool accumulate)
 {
     processBlock<8>(processor, buffers, channels, count, accumulate);
 }
