@@ -16,9 +16,22 @@ constexpr double afterStartMs = 25.0;
 constexpr double afterEndMs = 35.0;
 }
 
-HitReport::HitReport(std::vector<DemoDrumLoop::Hit> hitsToMeasure, int rate)
-    : hits(std::move(hitsToMeasure)), sampleRate(rate)
+HitReport::HitReport(const std::vector<DemoDrumLoop::Hit>& hits, int rate) : sampleRate(rate)
 {
+    // The loop's hits come in time order.
+    for (const DemoDrumLoop::Hit& hit : hits)
+    {
+        const std::string instrument = DemoDrumLoop::instrumentName(hit.instrument);
+        if (!onsets.empty() && onsets.back().frame == hit.frame)
+        {
+            onsets.back().name += "+" + instrument;
+            onsets.back().velocity = std::max(onsets.back().velocity, hit.velocity);
+        }
+        else
+        {
+            onsets.push_back({hit.frame, instrument, hit.velocity});
+        }
+    }
 }
 
 HitReport::Levels HitReport::measure(const std::vector<float>& left, const std::vector<float>& right,
@@ -44,8 +57,8 @@ void HitReport::addRendering(const std::string& name, const std::vector<float>& 
                              const std::vector<float>& right)
 {
     Rendering rendering{name, {}};
-    for (const DemoDrumLoop::Hit& hit : hits)
-        rendering.levels.push_back(measure(left, right, hit.frame, sampleRate));
+    for (const Onset& onset : onsets)
+        rendering.levels.push_back(measure(left, right, onset.frame, sampleRate));
     renderings.push_back(std::move(rendering));
 }
 
@@ -53,23 +66,21 @@ void HitReport::print(std::FILE* out, double tableSeconds) const
 {
     std::fprintf(out, "peak: first %.0f ms of each hit; +30ms: RMS %.0f-%.0f ms after it; dBFS\n\n",
                  peakWindowMs, afterStartMs, afterEndMs);
-    std::fprintf(out, "%-21s", "");
+    std::fprintf(out, "%-23s", "");
     for (const Rendering& rendering : renderings)
         std::fprintf(out, "  %-14s", rendering.name.c_str());
-    std::fprintf(out, "\n%6s  %-8s %4s", "time", "hit", "vel");
+    std::fprintf(out, "\n%6s  %-10s %4s", "time", "hit", "vel");
     for (std::size_t i = 0; i < renderings.size(); ++i)
         std::fprintf(out, "  %6s %7s", "peak", "+30ms");
     std::fprintf(out, "\n");
-    for (std::size_t h = 0; h < hits.size(); ++h)
+    for (std::size_t h = 0; h < onsets.size(); ++h)
     {
-        const double seconds = static_cast<double>(hits[h].frame) / sampleRate;
+        const double seconds = static_cast<double>(onsets[h].frame) / sampleRate;
         if (seconds >= tableSeconds)
             break;
-        std::fprintf(out, "%6.3f  %-8s %4.2f", seconds, DemoDrumLoop::instrumentName(hits[h].instrument),
-                     hits[h].velocity);
+        std::fprintf(out, "%6.3f  %-10s %4.2f", seconds, onsets[h].name.c_str(), onsets[h].velocity);
         for (const Rendering& rendering : renderings)
-            std::fprintf(out, "  %6.1f %7.1f", rendering.levels[h].peakDecibels,
-                         rendering.levels[h].afterDecibels);
+            std::fprintf(out, "  %6.1f %7.1f", rendering.levels[h].peakDecibels, rendering.levels[h].afterDecibels);
         std::fprintf(out, "\n");
     }
 
@@ -80,26 +91,25 @@ void HitReport::print(std::FILE* out, double tableSeconds) const
     for (std::size_t r = 1; r < renderings.size(); ++r)
         std::fprintf(out, "  %-15s", renderings[r].name.c_str());
     std::fprintf(out, "\n");
-    const DemoDrumLoop::Instrument instruments[] = {
-        DemoDrumLoop::Instrument::kick, DemoDrumLoop::Instrument::snare,
-        DemoDrumLoop::Instrument::closedHat, DemoDrumLoop::Instrument::openHat};
-    for (DemoDrumLoop::Instrument instrument : instruments)
+    std::vector<std::string> kinds;
+    for (const Onset& onset : onsets)
+        if (std::find(kinds.begin(), kinds.end(), onset.name) == kinds.end())
+            kinds.push_back(onset.name);
+    for (const std::string& kind : kinds)
     {
         int count = 0;
-        for (const DemoDrumLoop::Hit& hit : hits)
-            count += hit.instrument == instrument ? 1 : 0;
-        if (count == 0)
-            continue;
-        char label[32];
-        std::snprintf(label, sizeof label, "%s (%d)", DemoDrumLoop::instrumentName(instrument), count);
+        for (const Onset& onset : onsets)
+            count += onset.name == kind ? 1 : 0;
+        char label[48];
+        std::snprintf(label, sizeof label, "%s (%d)", kind.c_str(), count);
         std::fprintf(out, "%-16s", label);
         for (std::size_t r = 1; r < renderings.size(); ++r)
         {
             double peakChange = 0.0;
             double afterChange = 0.0;
-            for (std::size_t h = 0; h < hits.size(); ++h)
+            for (std::size_t h = 0; h < onsets.size(); ++h)
             {
-                if (hits[h].instrument != instrument)
+                if (onsets[h].name != kind)
                     continue;
                 peakChange += renderings[r].levels[h].peakDecibels - renderings[0].levels[h].peakDecibels;
                 afterChange += renderings[r].levels[h].afterDecibels - renderings[0].levels[h].afterDecibels;

@@ -223,7 +223,7 @@ void drawTextSizes(SoftwareGraphics& graphics)
         x += static_cast<int>(graphics.getFont().getTextWidth(label, 0x7fffffff)) + 14;
     }
     graphics.setFontSize(12.0);
-    graphics.drawText(Rectangle(0, 34, 400, 20), "Attack 0 to 100 %, Gain -24 dB to +24 dB",
+    graphics.drawText(Rectangle(0, 34, 400, 20), "Attack -100 to +100 %, Gain -9 dB to +9 dB",
                       Colour(255, 200, 120, 255), Alignment::CentreLeft);
     graphics.drawTextWithShadow(Rectangle(400, 34, 200, 20), "with a shadow", Colour(120, 220, 255, 255),
                                 Alignment::CentreRight, 200, 1.0f);
