@@ -3,9 +3,8 @@
 #include "dsp/TransientProcessor.h"
 
 // The transient processor's per-sample path written out plainly, one sample after the other, as
-// the oracle for the processor's two-pass block path. Same contract as processStereo and
-// processMono; the processor's public state is read and updated in place.
-void referenceProcessStereo(TransientProcessor& processor, const float* inLeft, const float* inRight,
-                            float* outLeft, float* outRight, int count, bool accumulate);
-void referenceProcessMono(TransientProcessor& processor, const float* in, float* out, int count,
-                          bool accumulate);
+// the oracle for the processor's block paths. Same contract as processStereo (two channels) and
+// processMono (one channel: the right pointers are not used); the processor's public state is read
+// and updated in place.
+void referenceProcess(TransientProcessor& processor, const float* inLeft, const float* inRight, float* outLeft,
+                      float* outRight, int channels, int count, bool accumulate);
