@@ -2,7 +2,6 @@
 
 #include <png.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 
@@ -40,23 +39,13 @@ std::string encodePng(const PngPicture& picture)
         palette.push_back(png_color{picture.palette[index], picture.palette[index + 1], picture.palette[index + 2]});
     if (!palette.empty())
         png_set_PLTE(png, info, palette.data(), static_cast<int>(palette.size()));
-    if (!picture.transparency.empty())
+    if (picture.colourType == PNG_COLOR_TYPE_PALETTE && !picture.transparency.empty())
+        png_set_tRNS(png, info, picture.transparency.data(), static_cast<int>(picture.transparency.size()), nullptr);
+    else if (picture.transparency.size() >= 2)
     {
-        if (picture.colourType == PNG_COLOR_TYPE_PALETTE)
-            png_set_tRNS(png, info, picture.transparency.data(), static_cast<int>(picture.transparency.size()), nullptr);
-        else
-        {
-            png_color_16 key{};
-            const auto& t = picture.transparency;
-            key.gray = static_cast<png_uint_16>(t[0] << 8 | t[1]);
-            if (t.size() >= 6)
-            {
-                key.red = static_cast<png_uint_16>(t[0] << 8 | t[1]);
-                key.green = static_cast<png_uint_16>(t[2] << 8 | t[3]);
-                key.blue = static_cast<png_uint_16>(t[4] << 8 | t[5]);
-            }
-            png_set_tRNS(png, info, nullptr, 0, &key);
-        }
+        png_color_16 key{};
+        key.gray = static_cast<png_uint_16>(picture.transparency[0] << 8 | picture.transparency[1]);
+        png_set_tRNS(png, info, nullptr, 0, &key);
     }
     png_write_info(png, info);
     std::vector<png_bytep> rows;

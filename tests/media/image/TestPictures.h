@@ -10,8 +10,8 @@ namespace TestPictures
 
 // A PNG as libpng writes it. lines holds the raw samples of each line as PNG stores them (packed
 // for bit depths below 8, big-endian for 16). palette holds red, green, blue triples;
-// transparency the tRNS chunk's bytes (alpha per palette entry, or the key colour's 16-bit
-// samples, big-endian, for grey and RGB).
+// transparency the tRNS chunk's bytes (alpha per palette entry, or a grey key's 16-bit sample,
+// big-endian).
 struct PngPicture
 {
     int width = 0;
@@ -19,9 +19,9 @@ struct PngPicture
     int colourType = 0;
     int bitDepth = 8;
     bool interlaced = false;
-    std::vector<std::vector<uint8_t>> lines;
-    std::vector<uint8_t> palette;
-    std::vector<uint8_t> transparency;
+    std::vector<std::vector<uint8_t>> lines{};
+    std::vector<uint8_t> palette{};
+    std::vector<uint8_t> transparency{};
 };
 
 std::string encodePng(const PngPicture& picture);

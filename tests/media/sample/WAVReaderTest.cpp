@@ -1,20 +1,16 @@
 #include "media/sample/WAVReader.h"
 
-#include "foundation/memory/MemoryBlock.h"
-#include "foundation/memory/MemoryStream.h"
+#include "TestBytes.h"
 #include "sample/WavFileBuilder.h"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
 
-using q1framework::MemoryBlock;
-using q1framework::MemoryStream;
-using q1framework::WAVReader;
+using namespace q1framework;
 using Wav = WavFileBuilder;
 
 namespace
@@ -22,8 +18,7 @@ namespace
 // A reader over a copy of bytes; the reader owns its stream.
 std::unique_ptr<WAVReader> readerOf(const std::string& bytes, bool readAllChunks = false)
 {
-    auto* stream = new MemoryStream(MemoryBlock(bytes.data(), static_cast<int64_t>(bytes.size()), true));
-    return std::make_unique<WAVReader>(stream, readAllChunks, true);
+    return std::make_unique<WAVReader>(new MemoryStream(TestBytes::blockOf(bytes)), readAllChunks, true);
 }
 
 // Every channel of the reader, read through readFloat in one call.
@@ -38,53 +33,53 @@ std::vector<std::vector<float>> readAll(WAVReader& reader, unsigned frames)
         channel.resize(delivered);
     return channels;
 }
+
+// Each cue as "id name position length".
+std::vector<std::string> cuesOf(const WAVReader& reader)
+{
+    std::vector<std::string> result;
+    for (const WAVReader::Cue& cue : reader.getCues())
+        result.push_back(std::to_string(cue.id) + " " + cue.name.getCString() + " " + std::to_string(cue.position) + " " + std::to_string(cue.length));
+    return result;
 }
 
-TEST(WAVReader, EightBitSamplesAreReadAsSigned)
-{
-    const auto reader = readerOf(Wav::file(Wav::format(1, 1, 22050, 8) + Wav::chunk("data", Wav::samples({0x00, 0x40, 0x80, 0xFF, 0x7F}, 8))));
-    EXPECT_EQ(reader->getFormat(), 1);
-    EXPECT_EQ(reader->getLength(), 5);
-    EXPECT_EQ(reader->getSampleRate(), 22050.0);
-    // The WAV offset of 128 is not removed: 0x80 is -128, not 0.
-    EXPECT_EQ(readAll(*reader, 10)[0], (std::vector<float>{0.0f, 0.5f, -1.0f, -1.0f / 128, 127.0f / 128}));
+const std::string monoFormat = Wav::format(1, 1, 8000, 16);
 }
 
-TEST(WAVReader, IntegerWidthsScaleByPowersOfTwo)
+TEST(WAVReader, EveryWidthMonoAndStereo)
 {
-    const auto sixteen = readerOf(Wav::file(Wav::format(1, 2, 48000, 16) + Wav::chunk("data", Wav::samples({16384, -32768, -1, 32767}, 16))));
-    EXPECT_EQ(sixteen->getFormat(), 2);
-    EXPECT_EQ(sixteen->getNumChannels(), 2);
-    const auto stereo = readAll(*sixteen, 2);
-    EXPECT_EQ(stereo[0], (std::vector<float>{0.5f, -1.0f / 32768}));
-    EXPECT_EQ(stereo[1], (std::vector<float>{-1.0f, 32767.0f / 32768}));
+    const float floats[4] = {0.25f, -3.5f, 1e-20f, 0.0f};
+    struct Case
+    {
+        int tag, channels, bits, format;
+        std::string data;
+        std::vector<std::vector<float>> expected;
+    };
+    const Case cases[] = {
+        // 8-bit samples are read as signed: the WAV offset of 128 stays, so 0x80 is -1.
+        {1, 1, 8, 1, Wav::samples({0x00, 0x40, 0x80, 0xFF, 0x7F}, 8), {{0.0f, 0.5f, -1.0f, -1.0f / 128, 127.0f / 128}}},
+        {1, 2, 16, 2, Wav::samples({16384, -32768, -1, 32767}, 16), {{0.5f, -1.0f / 32768}, {-1.0f, 32767.0f / 32768}}},
+        // 24 bits go to the top of a 32-bit value, scaled by 2^-31.
+        {1, 1, 24, 3, Wav::samples({0x400000, -0x800000, 0x000001}, 24), {{0.5f, -1.0f, 256.0f / 2147483648.0f}}},
+        {1, 2, 32, 4, Wav::samples({0x40000000, -2147483648LL, -0x40000000, 1}, 32), {{0.5f, -0.5f}, {-1.0f, 1.0f / 2147483648.0f}}},
+        {3, 2, 32, 5, std::string(reinterpret_cast<const char*>(floats), sizeof floats), {{0.25f, 1e-20f}, {-3.5f, 0.0f}}},
+    };
+    for (const Case& test : cases)
+    {
+        SCOPED_TRACE(test.format);
+        const auto reader = readerOf(Wav::file(Wav::format(test.tag, test.channels, 22050, test.bits) + Wav::chunk("data", test.data)));
+        EXPECT_EQ(reader->getFormat(), test.format);
+        EXPECT_EQ(reader->getNumChannels(), test.channels);
+        EXPECT_EQ(reader->getSampleRate(), 22050.0);
+        EXPECT_EQ(reader->getLength(), static_cast<int64_t>(test.expected[0].size()));
+        EXPECT_EQ(readAll(*reader, 10), test.expected);
+    }
 
-    const auto twentyFour = readerOf(Wav::file(Wav::format(1, 1, 44100, 24) + Wav::chunk("data", Wav::samples({0x400000, -0x800000, 0x000001}, 24))));
-    EXPECT_EQ(twentyFour->getFormat(), 3);
-    EXPECT_EQ(readAll(*twentyFour, 3)[0], (std::vector<float>{0.5f, -1.0f, 256.0f / 2147483648.0f}));
-
-    const auto thirtyTwo = readerOf(Wav::file(Wav::format(1, 1, 44100, 32) + Wav::chunk("data", Wav::samples({0x40000000, -2147483648LL}, 32))));
-    EXPECT_EQ(thirtyTwo->getFormat(), 4);
-    EXPECT_EQ(readAll(*thirtyTwo, 2)[0], (std::vector<float>{0.5f, -1.0f}));
-}
-
-TEST(WAVReader, FloatSamplesAreCopied)
-{
-    const float values[4] = {0.25f, -3.5f, 1e-20f, 0.0f};
-    std::string data(reinterpret_cast<const char*>(values), sizeof values);
-    const auto reader = readerOf(Wav::file(Wav::format(3, 2, 96000, 32) + Wav::chunk("data", data)));
-    EXPECT_EQ(reader->getFormat(), 5);
-    const auto channels = readAll(*reader, 2);
-    EXPECT_EQ(channels[0], (std::vector<float>{0.25f, 1e-20f}));
-    EXPECT_EQ(channels[1], (std::vector<float>{-3.5f, 0.0f}));
-}
-
-TEST(WAVReader, RawReadCopiesStoredBytes)
-{
-    const auto reader = readerOf(Wav::file(Wav::format(1, 2, 44100, 24) + Wav::chunk("data", Wav::samples({0x010203, 0x0A0B0C, 0x040506, 0x0D0E0F}, 24))));
+    // The raw form copies the stored bytes.
+    const auto raw = readerOf(Wav::file(Wav::format(1, 2, 44100, 24) + Wav::chunk("data", Wav::samples({0x010203, 0x0A0B0C, 0x040506, 0x0D0E0F}, 24))));
     uint8_t left[6] = {}, right[6] = {};
     void* channels[2] = {left, right};
-    ASSERT_EQ(reader->readRaw(channels, 2), 2u);
+    ASSERT_EQ(raw->readRaw(channels, 2), 2u);
     EXPECT_EQ(std::memcmp(left, "\x03\x02\x01\x06\x05\x04", 6), 0);
     EXPECT_EQ(std::memcmp(right, "\x0C\x0B\x0A\x0F\x0E\x0D", 6), 0);
 }
@@ -104,72 +99,47 @@ TEST(WAVReader, LongDataIsReadInBlocksAndShortDataEndsEarly)
     }
 
     // A data chunk that claims 1000 frames but holds 3.
-    const std::string claimed = "data" + Wav::int32(2000) + Wav::samples({1, 2, 3}, 16);
-    const auto truncated = readerOf(Wav::file(Wav::format(1, 1, 8000, 16) + claimed));
+    const auto truncated = readerOf(Wav::file(monoFormat + "data" + Wav::int32(2000) + Wav::samples({1, 2, 3}, 16)));
     EXPECT_EQ(truncated->getLength(), 1000);
     EXPECT_EQ(readAll(*truncated, 1000)[0].size(), 3u);
 }
 
-TEST(WAVReader, CuePointsAndLabelsBeforeTheData)
+TEST(WAVReader, CuePointsAndLabelsBeforeAndAfterTheData)
 {
     const std::string adtl = Wav::associatedData(Wav::label(1, "attack") + Wav::label(2, "tail") + Wav::labelledText(2, 3));
-    const auto reader = readerOf(Wav::file(Wav::format(1, 1, 44100, 16) + Wav::cues({{1, 0}, {2, 4}}) + adtl
-                                           + Wav::chunk("data", Wav::samples({1, 2, 3, 4, 5, 6, 7}, 16))));
-    const auto& cues = reader->getCues();
-    ASSERT_EQ(cues.getCount(), 2);
-    EXPECT_EQ(cues[0].id, 1);
-    EXPECT_STREQ(cues[0].name.getCString(), "attack");
-    EXPECT_EQ(cues[0].position, 0);
-    EXPECT_EQ(cues[0].length, 0);
-    EXPECT_STREQ(cues[1].name.getCString(), "tail");
-    EXPECT_EQ(cues[1].position, 4);
-    EXPECT_EQ(cues[1].length, 3);
-    // The stream waits at the audio.
-    EXPECT_EQ(readAll(*reader, 2)[0], (std::vector<float>{1.0f / 32768, 2.0f / 32768}));
-}
+    const auto before = readerOf(Wav::file(monoFormat + Wav::cues({{1, 0}, {2, 4}}) + adtl + Wav::chunk("data", Wav::samples({1, 2, 3, 4, 5, 6, 7}, 16))));
+    EXPECT_EQ(cuesOf(*before), (std::vector<std::string>{"1 attack 0 0", "2 tail 4 3"}));
+    EXPECT_EQ(readAll(*before, 2)[0], (std::vector<float>{1.0f / 32768, 2.0f / 32768}));  // the stream waits at the audio
 
-TEST(WAVReader, LabelsBehindTheDataNeedReadAllChunks)
-{
-    const std::string file = Wav::file(Wav::format(1, 1, 44100, 16) + Wav::chunk("data", Wav::samples({5, 6, 7}, 16))
-                                       + Wav::cues({{9, 1}}) + Wav::associatedData(Wav::label(9, "late")));
-    EXPECT_EQ(readerOf(file, false)->getCues().getCount(), 0);
-    const auto all = readerOf(file, true);
-    ASSERT_EQ(all->getCues().getCount(), 1);
-    EXPECT_STREQ(all->getCues()[0].name.getCString(), "late");
-    // Even after walking past it, reading starts at the audio.
+    // Behind the audio, labels need readAllChunks; reading still starts at the audio.
+    const std::string after = Wav::file(monoFormat + Wav::chunk("data", Wav::samples({5, 6, 7}, 16)) + Wav::cues({{9, 1}}) + Wav::associatedData(Wav::label(9, "late")));
+    EXPECT_TRUE(readerOf(after, false)->getCues().isEmpty());
+    const auto all = readerOf(after, true);
+    EXPECT_EQ(cuesOf(*all), (std::vector<std::string>{"9 late 1 0"}));
     EXPECT_EQ(readAll(*all, 3)[0], (std::vector<float>{5.0f / 32768, 6.0f / 32768, 7.0f / 32768}));
 }
 
 TEST(WAVReader, OddSizedChunksAreFoundWithOrWithoutTheirPadByte)
 {
     const std::string audio = Wav::chunk("data", Wav::samples({100, -100}, 16));
-    // An odd "junk" chunk, its pad byte, then the format: the walk lands on the pad byte and the
-    // repair moves the header by one. Also an odd label inside the list.
-    const std::string padded = Wav::file(Wav::chunk("junk", "abc") + Wav::format(1, 1, 8000, 16) + Wav::cues({{4, 1}})
-                                         + Wav::associatedData(Wav::label(4, "odd!") + Wav::labelledText(4, 1)) + audio);
-    const auto reader = readerOf(padded);
-    EXPECT_EQ(reader->getLength(), 2);
-    ASSERT_EQ(reader->getCues().getCount(), 1);
-    EXPECT_STREQ(reader->getCues()[0].name.getCString(), "odd!");
-    EXPECT_EQ(reader->getCues()[0].length, 1);
-    EXPECT_EQ(readAll(*reader, 2)[0], (std::vector<float>{100.0f / 32768, -100.0f / 32768}));
+    // An odd "junk" chunk and its pad byte: the walk lands on the pad byte and the repair moves
+    // the header by one. An odd label inside the list as well.
+    const auto padded = readerOf(Wav::file(Wav::chunk("junk", "abc") + monoFormat + Wav::cues({{4, 1}})
+                                           + Wav::associatedData(Wav::label(4, "odd!") + Wav::labelledText(4, 1)) + audio));
+    EXPECT_EQ(cuesOf(*padded), (std::vector<std::string>{"4 odd! 1 1"}));
+    EXPECT_EQ(readAll(*padded, 2)[0], (std::vector<float>{100.0f / 32768, -100.0f / 32768}));
+    EXPECT_EQ(readerOf(Wav::file(Wav::chunk("junk", "abc", false) + monoFormat + audio))->getLength(), 2);
 
-    const std::string unpadded = Wav::file(Wav::chunk("junk", "abc", false) + Wav::format(1, 1, 8000, 16) + audio);
-    EXPECT_EQ(readerOf(unpadded)->getLength(), 2);
-
-    // An odd "acid" chunk (ids the repair knows) followed by its pad byte.
-    const std::string acid = Wav::file(Wav::chunk("fact", "xyz") + Wav::chunk("acid", std::string(24, '\x07')) + Wav::format(1, 1, 8000, 16) + audio);
-    const auto withAcid = readerOf(acid);
+    // An odd chunk before "acid", an id the repair knows.
+    const auto withAcid = readerOf(Wav::file(Wav::chunk("fact", "xyz") + Wav::chunk("acid", std::string(24, '\x07')) + monoFormat + audio));
     EXPECT_TRUE(withAcid->hasAcidChunk());
     EXPECT_EQ(withAcid->getAcid()[23], 7);
     EXPECT_EQ(withAcid->getLength(), 2);
 
     // The repair knows "cue" without its blank, so a "cue " chunk behind a pad byte is not found:
     // the walk takes the blank and three size bytes for a size of 0x1C20 and jumps past the end.
-    const std::string cuesAndAudio = Wav::cues({{1, 0}}) + Wav::format(1, 1, 8000, 16) + audio;
-    const auto evenBefore = readerOf(Wav::file(Wav::chunk("junk", "ab") + cuesAndAudio));
-    EXPECT_EQ(evenBefore->getCues().getCount(), 1);
-    EXPECT_EQ(evenBefore->getLength(), 2);
+    const std::string cuesAndAudio = Wav::cues({{1, 0}}) + monoFormat + audio;
+    EXPECT_EQ(readerOf(Wav::file(Wav::chunk("junk", "ab") + cuesAndAudio))->getCues().getCount(), 1);
     const auto oddBefore = readerOf(Wav::file(Wav::chunk("junk", "abc") + cuesAndAudio));
     EXPECT_EQ(oddBefore->getCues().getCount(), 0);
     EXPECT_EQ(oddBefore->getLength(), 0);
@@ -178,7 +148,7 @@ TEST(WAVReader, OddSizedChunksAreFoundWithOrWithoutTheirPadByte)
 TEST(WAVReader, UnusableInputGivesAnEmptyReader)
 {
     const std::string audio = Wav::chunk("data", Wav::samples({1, 2, 3, 4}, 16));
-    const auto notRiff = readerOf("RIFX" + Wav::file(Wav::format(1, 1, 8000, 16) + audio).substr(4));
+    const auto notRiff = readerOf("RIFX" + Wav::file(monoFormat + audio).substr(4));
     EXPECT_EQ(notRiff->getLength(), 0);
     EXPECT_EQ(notRiff->getNumChannels(), 0);
     EXPECT_EQ(readerOf("RIFF")->getLength(), 0);
@@ -193,7 +163,6 @@ TEST(WAVReader, UnusableInputGivesAnEmptyReader)
     const auto only = readerOf(Wav::file(adpcm + audio));
     EXPECT_EQ(only->getLength(), 0);
     EXPECT_EQ(only->getBitsPerSample(), 0);
-    EXPECT_EQ(only->getSampleRate(), 0.0);
 }
 
 TEST(WAVReader, HostileHeadersStopQuietly)
@@ -209,15 +178,12 @@ TEST(WAVReader, HostileHeadersStopQuietly)
     EXPECT_EQ(wide->readFloat(channels, 1), 0u);
 
     // A cue count of two billion in a chunk that holds one record.
-    const std::string manyCues = Wav::chunk("cue ", Wav::int32(0x7FFFFFFF) + std::string(24, '\x01'));
-    const auto cued = readerOf(Wav::file(Wav::format(1, 1, 8000, 16) + manyCues + audio));
+    const auto cued = readerOf(Wav::file(monoFormat + Wav::chunk("cue ", Wav::int32(0x7FFFFFFF) + std::string(24, '\x01')) + audio));
     EXPECT_EQ(cued->getCues().getCount(), 1);
     EXPECT_EQ(cued->getLength(), 2);
-
     // A chunk size of 4 GB - 1 ends the walk instead of turning it backwards.
-    const auto endless = readerOf(Wav::file(Wav::format(1, 1, 8000, 16) + "junk" + Wav::int32(0xFFFFFFFF) + audio));
-    EXPECT_EQ(endless->getLength(), 0);
+    EXPECT_EQ(readerOf(Wav::file(monoFormat + "junk" + Wav::int32(0xFFFFFFFF) + audio))->getLength(), 0);
     // A list whose inner chunk claims more than the list holds.
     const std::string list = Wav::chunk("LIST", "adtl" + std::string("labl") + Wav::int32(0xFFFFFFF0) + Wav::int32(1));
-    EXPECT_EQ(readerOf(Wav::file(Wav::format(1, 1, 8000, 16) + Wav::cues({{1, 0}}) + list + audio))->getLength(), 2);
+    EXPECT_EQ(readerOf(Wav::file(monoFormat + Wav::cues({{1, 0}}) + list + audio))->getLength(), 2);
 }

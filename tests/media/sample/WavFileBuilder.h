@@ -11,34 +11,30 @@
 class WavFileBuilder
 {
 public:
-    static std::string int16(int value)
-    {
-        return std::string{char(value & 0xFF), char((value >> 8) & 0xFF)};
-    }
-
-    static std::string int32(int64_t value)
+    // Interleaved little-endian samples of the given width (8-bit values as raw bytes).
+    static std::string samples(const std::vector<int64_t>& values, int bits)
     {
         std::string bytes;
-        for (int shift = 0; shift < 32; shift += 8)
-            bytes += char((value >> shift) & 0xFF);
+        for (int64_t value : values)
+            for (int shift = 0; shift < bits; shift += 8)
+                bytes += char((value >> shift) & 0xFF);
         return bytes;
     }
+
+    static std::string int16(int value) { return samples({value}, 16); }
+    static std::string int32(int64_t value) { return samples({value}, 32); }
 
     // A chunk: id, size, body, and the pad byte behind an odd body unless padded is false.
     static std::string chunk(const std::string& id, const std::string& body, bool padded = true)
     {
-        std::string bytes = id + int32(static_cast<int64_t>(body.size())) + body;
-        if (padded && body.size() % 2 == 1)
-            bytes += '\0';
-        return bytes;
+        return id + int32(static_cast<int64_t>(body.size())) + body + (padded && body.size() % 2 == 1 ? std::string(1, '\0') : "");
     }
 
     // A "fmt " chunk; tag 1 integer PCM, 3 float.
     static std::string format(int tag, int channels, int rate, int bits)
     {
         const int blockSize = channels * bits / 8;
-        return chunk("fmt ", int16(tag) + int16(channels) + int32(rate) + int32(int64_t(rate) * blockSize) + int16(blockSize)
-                                 + int16(bits));
+        return chunk("fmt ", int16(tag) + int16(channels) + int32(rate) + int32(int64_t(rate) * blockSize) + int16(blockSize) + int16(bits));
     }
 
     // A "cue " chunk of (id, sample position) pairs.
@@ -51,16 +47,10 @@ public:
     }
 
     // A LIST "adtl" chunk of the given inner chunks.
-    static std::string associatedData(const std::string& innerChunks)
-    {
-        return chunk("LIST", "adtl" + innerChunks);
-    }
+    static std::string associatedData(const std::string& innerChunks) { return chunk("LIST", "adtl" + innerChunks); }
 
     // A "labl" chunk; the text with its NUL, so an even text length gives an odd chunk.
-    static std::string label(int id, const std::string& text)
-    {
-        return chunk("labl", int32(id) + text + std::string(1, '\0'));
-    }
+    static std::string label(int id, const std::string& text) { return chunk("labl", int32(id) + text + std::string(1, '\0')); }
 
     // An "ltxt" chunk giving a cue a length in frames.
     static std::string labelledText(int id, int length)
@@ -69,18 +59,5 @@ public:
     }
 
     // The whole file: "RIFF", its size, "WAVE" and the chunks.
-    static std::string file(const std::string& chunks)
-    {
-        return "RIFF" + int32(static_cast<int64_t>(chunks.size()) + 4) + "WAVE" + chunks;
-    }
-
-    // Interleaved little-endian samples of the given width (8-bit values as raw bytes).
-    static std::string samples(const std::vector<int64_t>& values, int bits)
-    {
-        std::string bytes;
-        for (int64_t value : values)
-            for (int shift = 0; shift < bits; shift += 8)
-                bytes += char((value >> shift) & 0xFF);
-        return bytes;
-    }
+    static std::string file(const std::string& chunks) { return "RIFF" + int32(static_cast<int64_t>(chunks.size()) + 4) + "WAVE" + chunks; }
 };
