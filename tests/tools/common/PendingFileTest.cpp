@@ -1,108 +1,57 @@
 #include "common/PendingFile.h"
 
-#include <gtest/gtest.h>
+#include "ToolTest.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-
 namespace
 {
-class PendingFileTest : public ::testing::Test
+class PendingFileTest : public ToolTest
 {
 protected:
-    void SetUp() override
+    // A pending file for take.wav holding `text`.
+    void create(PendingFile& file, const std::string& text)
     {
-        folder = std::filesystem::path(TOOLSUPPORT_TEST_WORK_FOLDER)
-                 / ::testing::UnitTest::GetInstance()->current_test_info()->name();
-        std::filesystem::remove_all(folder);
-        std::filesystem::create_directories(folder);
-        destination = (folder / "take.wav").string();
+        ASSERT_EQ(file.create(path("take.wav")), "");
+        ASSERT_EQ(::write(file.descriptor(), text.data(), text.size()), static_cast<ssize_t>(text.size()));
     }
-
-    static void writeText(const PendingFile& file, const std::string& text)
-    {
-        ASSERT_EQ(write(file.descriptor(), text.data(), text.size()), static_cast<ssize_t>(text.size()));
-    }
-
-    static std::string contents(const std::string& path)
-    {
-        std::ifstream stream(path);
-        std::stringstream text;
-        text << stream.rdbuf();
-        return text.str();
-    }
-
-    std::size_t fileCount() const
-    {
-        return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder), {}));
-    }
-
-    std::filesystem::path folder;
-    std::string destination;
 };
-}
+}  // namespace
 
-TEST_F(PendingFileTest, ContentAppearsUnderItsNameOnlyWhenPublished)
-{
-    PendingFile file;
-    ASSERT_EQ(file.create(destination), "");
-    writeText(file, "complete");
-    EXPECT_FALSE(std::filesystem::exists(destination));
-    EXPECT_EQ(fileCount(), 1u);
-    ASSERT_EQ(file.publish(false), "");
-    EXPECT_EQ(contents(destination), "complete");
-    EXPECT_EQ(fileCount(), 1u);
-}
-
-TEST_F(PendingFileTest, UnpublishedFileLeavesNothingBehind)
+TEST_F(PendingFileTest, ContentAppearsUnderItsNameOnlyWhenPublishedAndReplacesAFileOnlyWhenAsked)
 {
     {
-        PendingFile file;
-        ASSERT_EQ(file.create(destination), "");
-        writeText(file, "half");
+        PendingFile abandoned;
+        create(abandoned, "half");
     }
-    EXPECT_EQ(fileCount(), 0u);
-}
+    EXPECT_EQ(files(), std::vector<std::string>{});
 
-TEST_F(PendingFileTest, ExistingFileIsReplacedOnlyWhenAsked)
-{
-    std::ofstream(destination) << "old";
+    write("take.wav", "old");
     PendingFile refused;
-    ASSERT_EQ(refused.create(destination), "");
-    writeText(refused, "new");
-    EXPECT_EQ(refused.publish(false), destination + " already exists");
-    EXPECT_EQ(contents(destination), "old");
-    EXPECT_EQ(fileCount(), 1u);
-
+    create(refused, "new");
+    EXPECT_EQ(refused.publish(false), path("take.wav") + " already exists");
+    EXPECT_EQ(read("take.wav"), "old");
     PendingFile replacing;
-    ASSERT_EQ(replacing.create(destination), "");
-    writeText(replacing, "new");
+    create(replacing, "new");
+    EXPECT_EQ(read("take.wav"), "old");
     ASSERT_EQ(replacing.publish(true), "");
-    EXPECT_EQ(contents(destination), "new");
-    EXPECT_EQ(fileCount(), 1u);
+    EXPECT_EQ(read("take.wav"), "new");
+    EXPECT_EQ(files(), std::vector<std::string>{"take.wav"});
 }
 
-TEST_F(PendingFileTest, PublishedFileHasTheUsersUsualPermissions)
+TEST_F(PendingFileTest, PublishedFileHasTheUsersUsualPermissionsAndAMissingFolderIsReportedAtCreation)
 {
     const mode_t previous = umask(027);
     PendingFile file;
-    ASSERT_EQ(file.create(destination), "");
+    create(file, "");
     ASSERT_EQ(file.publish(false), "");
     umask(previous);
     struct stat status{};
-    ASSERT_EQ(stat(destination.c_str(), &status), 0);
+    ASSERT_EQ(stat(path("take.wav").c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777, 0640u);
-}
 
-TEST_F(PendingFileTest, MissingFolderIsReportedAtCreation)
-{
-    PendingFile file;
-    const std::string missing = (folder / "absent" / "take.wav").string();
-    EXPECT_EQ(file.create(missing).rfind("cannot write in " + (folder / "absent").string() + ": ", 0), 0u);
-    EXPECT_EQ(file.descriptor(), -1);
-    EXPECT_NE(file.publish(false), "");
+    PendingFile nowhere;
+    EXPECT_EQ(nowhere.create(path("absent/take.wav")).rfind("cannot write in " + path("absent") + ": ", 0), 0u);
+    EXPECT_NE(nowhere.publish(false), "");
 }

@@ -25,20 +25,6 @@ TEST(Recipe, LinesNameTypeAndValue)
     EXPECT_EQ(entries[2].line, 5);
 }
 
-TEST(Recipe, ReasonsCarryTheLineNumber)
-{
-    std::vector<RecipeEntry> entries;
-    EXPECT_EQ(parseRecipe("a text x\nb\n", entries), "2: entry b has no type (text, image, sound or binary)");
-    EXPECT_EQ(parseRecipe("a sound\n", entries), "1: entry a names no source file");
-    EXPECT_EQ(parseRecipe("a text \\q\n", entries), "1: unknown escape \\q (use \\n, \\t, \\s or \\\\)");
-    EXPECT_EQ(parseRecipe("a text 1\nb text 2\na text 3\n", entries), "3: duplicate name a (first on line 1)");
-    int type = -1;
-    EXPECT_FALSE(typeFromName("Image", type));
-    EXPECT_TRUE(typeFromName("sound", type));
-    EXPECT_EQ(type, Resource::soundType);
-    EXPECT_STREQ(typeName(Resource::binaryType), "binary");
-}
-
 TEST(Recipe, TheEditorRecipeNamesTheEditorsPictures)
 {
     std::ifstream file(EDITOR_RECIPE);
