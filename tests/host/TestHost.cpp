@@ -10,26 +10,16 @@ namespace
 {
 TestHost* liveHost = nullptr;
 
-VstIntPtr recordCall(AEffect*, VstInt32 opcode, VstInt32 index, VstIntPtr value, void*, float opt)
+VstIntPtr recordCall(AEffect*, VstInt32 opcode, VstInt32, VstIntPtr value, void*, float)
 {
     if (liveHost == nullptr)
         return 0;
-    liveHost->calls.push_back({opcode, index, value, opt});
-    switch (opcode)
-    {
-    case audioMasterVersion:
+    liveHost->calls.push_back({opcode, value});
+    if (opcode == audioMasterVersion)
         return liveHost->versionAnswer;
-    case audioMasterGetTime:
-        return liveHost->giveTimeInfo ? reinterpret_cast<VstIntPtr>(&liveHost->timeInfo) : 0;
-    case audioMasterAutomate:
-    case audioMasterBeginEdit:
-    case audioMasterEndEdit:
-    case audioMasterSizeWindow:
-    case audioMasterIOChanged:
-        return liveHost->acceptAnswer;
-    default:
-        return 0;
-    }
+    if (opcode == audioMasterGetTime && liveHost->giveTimeInfo)
+        return reinterpret_cast<VstIntPtr>(&liveHost->timeInfo);
+    return 0;
 }
 }
 
@@ -99,3 +89,35 @@ audioMasterCallback TestHost::callback()
 {
     return recordCall;
 }
+
+namespace EffectCalls
+{
+void processStereo(AEffect* effect, std::vector<float>& left, std::vector<float>& right)
+{
+    float* channels[2] = {left.data(), right.data()};
+    effect->processReplacing(effect, channels, channels, static_cast<VstInt32>(left.size()));
+}
+
+std::vector<char> getChunk(AEffect* effect)
+{
+    void* data = nullptr;
+    const VstIntPtr size = effect->dispatcher(effect, effGetChunk, 0, 0, &data, 0.0f);
+    if (data == nullptr || size <= 0)
+        return {};
+    return std::vector<char>(static_cast<const char*>(data), static_cast<const char*>(data) + size);
+}
+
+VstIntPtr setChunk(AEffect* effect, std::vector<char> bytes)
+{
+    return effect->dispatcher(effect, effSetChunk, 0, static_cast<VstIntPtr>(bytes.size()), bytes.data(), 0.0f);
+}
+
+std::vector<float> parameters(AEffect* effect)
+{
+    std::vector<float> values;
+    for (VstInt32 index = 0; index < effect->numParams; ++index)
+        values.push_back(effect->getParameter(effect, index));
+    return values;
+}
+}  // namespace EffectCalls
+

@@ -6,7 +6,8 @@
 #include <vector>
 
 // The host side for the tests: loads a plug-in's shared object with dlopen, calls its entry
-// point with a host callback that records every call, and wraps the dispatcher. One TestHost at a
+// point with a host callback that records every call (and answers 0 to all but the version and
+// the time info), and wraps the dispatcher. One TestHost at a
 // time: the C callback reaches the live one through a static pointer.
 class TestHost
 {
@@ -14,9 +15,7 @@ public:
     struct Call
     {
         q1framework::VstInt32 opcode;
-        q1framework::VstInt32 index;
         q1framework::VstIntPtr value;
-        float opt;
     };
 
     TestHost();
@@ -46,7 +45,31 @@ public:
     std::string failure;
     std::vector<Call> calls;               // every host call, in order
     q1framework::VstIntPtr versionAnswer;  // answer to audioMasterVersion, kVstVersion at first
-    q1framework::VstIntPtr acceptAnswer = 1;  // answer to automate, edit, size and I/O calls
     bool giveTimeInfo = true;              // whether audioMasterGetTime answers timeInfo
     q1framework::VstTimeInfo timeInfo{};
 };
+
+// What the tests do to a loaded effect through its AEffect record alone, as a host does.
+namespace EffectCalls
+{
+// Kelvane's parameter indices, as a host sees them.
+enum KelvaneParameter : q1framework::VstInt32
+{
+    attack,
+    release,
+    bypass,
+    gain,
+    attackTime,
+    releaseTime,
+    drive
+};
+
+// One block of processReplacing in place on two channels of equal length.
+void processStereo(q1framework::AEffect* effect, std::vector<float>& left, std::vector<float>& right);
+// The state chunk (effGetChunk), copied out of the effect's memory.
+std::vector<char> getChunk(q1framework::AEffect* effect);
+// effSetChunk with a copy of `bytes`; answers the effect's answer.
+q1framework::VstIntPtr setChunk(q1framework::AEffect* effect, std::vector<char> bytes);
+// Every parameter's value, by index.
+std::vector<float> parameters(q1framework::AEffect* effect);
+}  // namespace EffectCalls

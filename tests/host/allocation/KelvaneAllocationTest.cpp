@@ -2,7 +2,6 @@
 // automates from the audio thread, hands it events, or runs blocks larger than it announced.
 
 #include "AllocationCounter.h"
-#include "EffectCalls.h"
 #include "TestHost.h"
 
 #include <gtest/gtest.h>
