@@ -19,68 +19,41 @@ std::vector<uint32_t> decodeAll(const char* text)
 }
 }
 
-TEST(Utf8Cursor, DecodesOneToThreeByteFormsToTheirCodePoints)
+TEST(Utf8Cursor, DecodesByTheLeadByteAndEndsAtABadContinuation)
 {
-    EXPECT_EQ(decodeAll("A\xC3\xA9\xDF\xBF\xE2\x82\xAC\xEF\xBF\xBF"),
-              (std::vector<uint32_t>{0x41, 0xE9, 0x7FF, 0x20AC, 0xFFFF}));
+    const struct
+    {
+        const char* text;
+        std::vector<uint32_t> values;
+    } cases[] = {
+        {"A\xC3\xA9\xDF\xBF\xE2\x82\xAC\xEF\xBF\xBF", {0x41, 0xE9, 0x7FF, 0x20AC, 0xFFFF}},
+        // Four-byte forms keep bit 4 of the lead: U+1F600, U+10000 and U+10FFFF plus 0x400000.
+        {"\xF0\x9F\x98\x80\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", {0x41F600, 0x410000, 0x50FFFF}},
+        // Stray continuation bytes and bytes from 0xF8 on are their own value.
+        {"\x80\xBF\xF8\xFE\xFF", {0x80, 0xBF, 0xF8, 0xFE, 0xFF}},
+        // A continuation byte that is not 10xxxxxx ends the text, and so does the terminator.
+        {"ab\xE2\x82(cd", {'a', 'b'}},
+        {"x\xF0\x9F", {'x'}},
+        // No overlong check: C1 81 is 'A', and C0 80 is a zero, which ends the text.
+        {"\xC1\x81\xC0\x80z", {'A'}},
+    };
+    for (const auto& testCase : cases)
+        EXPECT_EQ(decodeAll(testCase.text), testCase.values) << testCase.text;
 }
 
-TEST(Utf8Cursor, FourByteFormsKeepBitFourOfTheLead)
+TEST(Utf8Cursor, ReportsWhereCharactersStartAndWhereTheTextEnds)
 {
-    // U+1F600 and U+10000 .. U+10FFFF come out 0x400000 above their code point.
-    EXPECT_EQ(decodeAll("\xF0\x9F\x98\x80\xF0\x90\x80\x80\xF4\x8F\xBF\xBF"),
-              (std::vector<uint32_t>{0x41F600, 0x410000, 0x50FFFF}));
-}
-
-TEST(Utf8Cursor, StrayBytesComeBackAsTheirOwnValue)
-{
-    EXPECT_EQ(decodeAll("\x80\xBF\xF8\xFE\xFF"), (std::vector<uint32_t>{0x80, 0xBF, 0xF8, 0xFE, 0xFF}));
-}
-
-TEST(Utf8Cursor, BadContinuationEndsTheTextAtItsLeadByte)
-{
-    const char text[] = "ab\xE2\x82(cd";
-    Utf8Cursor cursor(text);
-    EXPECT_EQ(cursor.next(), uint32_t('a'));
-    EXPECT_EQ(cursor.next(), uint32_t('b'));
-    EXPECT_EQ(cursor.next(), 0u);
-    EXPECT_EQ(cursor.getCurrent(), text + 2);
-
-    // A sequence cut by the terminator stops there without reading past it.
-    const char truncated[] = {'x', '\xF0', '\x9F', 0};
-    EXPECT_EQ(decodeAll(truncated), (std::vector<uint32_t>{'x'}));
-
-    // No overlong check: C0 80 is an encoded zero and so ends the text as well.
-    EXPECT_EQ(decodeAll("a\xC0\x80z"), (std::vector<uint32_t>{'a'}));
-    // Overlong forms of other values decode to their value.
-    EXPECT_EQ(decodeAll("\xC1\x81"), (std::vector<uint32_t>{'A'}));
-}
-
-TEST(Utf8Cursor, ReportsWhereEachCharacterStartsAndEnds)
-{
-    const char text[] = "a\xE2\x82\xAC";
+    const char text[] = "a\xE2\x82\xAC\xC3(";
     Utf8Cursor cursor(text);
     cursor.next();
-    EXPECT_EQ(cursor.getCurrent(), text);
-    EXPECT_EQ(cursor.getNext(), text + 1);
     EXPECT_EQ(cursor.next(), 0x20ACu);
     EXPECT_EQ(cursor.getCurrent(), text + 1);
     EXPECT_EQ(cursor.getNext(), text + 4);
     EXPECT_EQ(cursor.next(), 0u);
-    EXPECT_EQ(cursor.getCurrent(), text + 4);
+    EXPECT_EQ(cursor.getCurrent(), text + 4) << "the lead byte of the malformed sequence";
 
-    cursor.moveTo(text + 1);
-    EXPECT_EQ(cursor.next(), 0x20ACu);
-}
-
-TEST(Utf8Cursor, SkipStopsAtTheEndOfTheDecodableText)
-{
-    const char text[] = "a\xC3\xA9z";
-    EXPECT_EQ(skipCharacters(text, 0), text);
-    EXPECT_EQ(skipCharacters(text, 2), text + 3);
-    EXPECT_EQ(skipCharacters(text, 3), text + 4);
+    EXPECT_EQ(skipCharacters(text, 1), text + 1);
     EXPECT_EQ(skipCharacters(text, 50), text + 4);
-
-    const char malformed[] = "ab\xC3(";
-    EXPECT_EQ(skipCharacters(malformed, 5), malformed + 2);
+    const char plain[] = "a\xC3\xA9z";
+    EXPECT_EQ(skipCharacters(plain, 50), plain + 4) << "the terminator";
 }
