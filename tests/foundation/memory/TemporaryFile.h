@@ -13,36 +13,24 @@
 class TemporaryFile
 {
 public:
-    TemporaryFile()
+    TemporaryFile() : path(testing::TempDir() + "q1-test-" + std::to_string(getpid()) + "-" + std::to_string(++made))
     {
-        std::string pattern = testing::TempDir() + "q1-test-XXXXXX";
-        const int descriptor = mkstemp(pattern.data());
-        if (descriptor >= 0)
-            close(descriptor);
-        path = pattern;
         std::remove(path.c_str());
     }
-
     ~TemporaryFile() { std::remove(path.c_str()); }
-
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
     const char* getPath() const { return path.c_str(); }
-
-    void write(const std::string& bytes) const
-    {
-        std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
-    }
-
+    void write(const std::string& bytes) const { std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes; }
+    bool exists() const { return access(path.c_str(), F_OK) == 0; }
     std::string read() const
     {
         std::ifstream file(path, std::ios::binary);
         return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
     }
 
-    bool exists() const { return access(path.c_str(), F_OK) == 0; }
-
 private:
-    std::string path;
+    static inline int made = 0;
+    const std::string path;
 };
