@@ -17,64 +17,30 @@ struct Singleton : DeletedAtShutdown, LoggedCalls
     using LoggedCalls::LoggedCalls;
     ~Singleton() override { record(); }
 };
-
-class DeletedAtShutdownTest : public ::testing::Test
-{
-protected:
-    // Whatever earlier tests left listed (the clock singleton, say) goes first.
-    void SetUp() override { DeletedAtShutdown::deleteAll(); }
-
-    std::vector<std::string> log;
-};
 }  // namespace
 
-TEST_F(DeletedAtShutdownTest, DeletesNewestFirstWhatIsStillListed)
+TEST(DeletedAtShutdown, DeletesNewestFirstIncludingWhatDestructorsMakeAndSkippingWhatTheyDelete)
 {
-    auto* first = new Singleton("first", &log);
-    new Singleton("second", &log);
+    DeletedAtShutdown::deleteAll();   // whatever earlier code listed (the clock singleton, say)
+    std::vector<std::string> log;
+    new Singleton("first", &log);
+    auto* second = new Singleton("second", &log);
     new Singleton("third", &log);
-    {
-        Singleton onTheStack("on the stack", &log);
-        EXPECT_EQ(DeletedAtShutdown::getCount(), 4);
-    }
-    new Singleton("fourth", &log);
-    delete first;
-    EXPECT_EQ(DeletedAtShutdown::getCount(), 3) << "deleted objects leave the list";
+    auto* gone = new Singleton("gone", &log);
+    delete gone;
+    auto* maker = new Singleton("maker", &log);
+    maker->action = [&] {
+        auto* made = new Singleton("made", &log);
+        made->action = [&] { new Singleton("made by made", &log); };
+        delete second;
+    };
+    new Singleton("newest", &log);
+    EXPECT_EQ(DeletedAtShutdown::getCount(), 5) << "deleted objects leave the list";
 
     log.clear();
     DeletedAtShutdown::deleteAll();
-    EXPECT_EQ(log, (std::vector<std::string>{"fourth", "third", "second"}));
+    EXPECT_EQ(log, (std::vector<std::string>{"newest", "maker", "second", "made", "made by made", "third", "first"}));
     EXPECT_EQ(DeletedAtShutdown::getCount(), 0);
     DeletedAtShutdown::deleteAll();
-    EXPECT_EQ(log.size(), 3u) << "nothing is deleted twice";
-}
-
-TEST_F(DeletedAtShutdownTest, ObjectsMadeByADestructorAreDeletedToo)
-{
-    new Singleton("oldest", &log);
-    auto* maker = new Singleton("maker", &log);
-    maker->action = [this] {
-        auto* made = new Singleton("made", &log);
-        made->action = [this] { new Singleton("made by made", &log); };
-    };
-
-    DeletedAtShutdown::deleteAll();
-    EXPECT_EQ(log, (std::vector<std::string>{"maker", "made", "made by made", "oldest"}));
-    EXPECT_EQ(DeletedAtShutdown::getCount(), 0);
-}
-
-TEST_F(DeletedAtShutdownTest, ObjectsDeletedByADestructorAreSkipped)
-{
-    auto* first = new Singleton("first", &log);
-    auto* second = new Singleton("second", &log);
-    new Singleton("third", &log);
-    // The newest deletes both older ones: the loop must not reach them again.
-    auto* newest = new Singleton("newest", &log);
-    newest->action = [first, second] {
-        delete second;
-        delete first;
-    };
-
-    DeletedAtShutdown::deleteAll();
-    EXPECT_EQ(log, (std::vector<std::string>{"newest", "second", "first", "third"}));
+    EXPECT_EQ(log.size(), 7u) << "nothing is deleted twice";
 }

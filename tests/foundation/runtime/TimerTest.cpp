@@ -26,26 +26,9 @@ void pumpAt(double timeMs)
 {
     MessagePump::getInstance()->pump(timeMs);
 }
-
-struct LoggingTimer : Timer, LoggedCalls
-{
-    using LoggedCalls::LoggedCalls;
-    void timerCallback() override { record(); }
-};
-
-struct SelfDeletingTimer : Timer
-{
-    explicit SelfDeletingTimer(std::vector<std::string>* log) : log(log) {}
-    void timerCallback() override
-    {
-        log->push_back("self");
-        delete this;
-    }
-    std::vector<std::string>* log;
-};
 }  // namespace
 
-TEST(Timer, FiresDueTimersEarliestFirstAndOnlyWhenDue)
+TEST(Timer, FiresDueTimersEarliestFirstAndRepeatsWithoutBursts)
 {
     std::vector<std::string> log;
     LoggingTimer slow("slow", &log), fast("fast", &log), middle("middle", &log), tied("tied", &log);
@@ -60,38 +43,26 @@ TEST(Timer, FiresDueTimersEarliestFirstAndOnlyWhenDue)
     EXPECT_TRUE(log.empty()) << "nothing is due before its interval has passed";
     pumpAt(started + 3000);
     EXPECT_EQ(log, (std::vector<std::string>{"fast", "middle", "tied", "slow"}));
-}
+    pumpAt(started + 3000);
+    EXPECT_EQ(fast.calls, 1) << "the next tick is a full interval later";
 
-TEST(Timer, RepeatsAtItsIntervalAndDropsTicksMissedByALatePump)
-{
-    std::vector<std::string> log;
-    LoggingTimer timer("timer", &log);
-    const double before = now();
-    timer.startTimer(1000);
-    const double started = now();
-    ASSERT_LT(started - before, 400.0) << "starting a timer took implausibly long";
-
-    pumpAt(started + 1000);
-    pumpAt(started + 1000);
-    EXPECT_EQ(timer.calls, 1) << "the next tick is a full interval later";
-    pumpAt(started + 2000);
-    EXPECT_EQ(timer.calls, 2);
     pumpAt(started + 10500);
-    EXPECT_EQ(timer.calls, 3) << "eight ticks late: one callback, not a burst";
+    EXPECT_EQ(fast.calls, 2) << "eight ticks late: one callback, not a burst";
     // The schedule keeps its phase: next at start + 11 s, not one interval after the late pump.
     pumpAt(before + 10999);
-    EXPECT_EQ(timer.calls, 3);
+    EXPECT_EQ(fast.calls, 2);
     pumpAt(started + 11000);
-    EXPECT_EQ(timer.calls, 4);
+    EXPECT_EQ(fast.calls, 3);
 }
 
 TEST(Timer, CallbacksMayStopRestartOrDeleteTimersTheirOwnIncluded)
 {
     std::vector<std::string> log;
-    auto* self = new SelfDeletingTimer(&log);
+    auto* self = new LoggingTimer("self", &log);
     auto* victim = new LoggingTimer("victim", &log);
     LoggingTimer stopping("stopping", &log), restarting("restarting", &log), killer("killer", &log),
         stopped("stopped", &log), fresh("fresh", &log);
+    self->action = [&] { delete self; };
     stopping.action = [&] { stopping.stopTimer(); };
     restarting.action = [&] { restarting.startTimer(5000); };
     killer.action = [&] {
@@ -112,8 +83,6 @@ TEST(Timer, CallbacksMayStopRestartOrDeleteTimersTheirOwnIncluded)
     pumpAt(started + 1000);
     EXPECT_EQ(log, (std::vector<std::string>{"self", "stopping", "restarting", "killer"}));
     EXPECT_FALSE(stopping.isTimerRunning());
-    EXPECT_EQ(restarting.getInterval(), 5000);
-
     log.clear();
     pumpAt(started + 1400);
     pumpAt(started + 1450);
@@ -121,27 +90,4 @@ TEST(Timer, CallbacksMayStopRestartOrDeleteTimersTheirOwnIncluded)
     EXPECT_EQ(log, (std::vector<std::string>{"fresh", "killer", "fresh"}));
     pumpAt(now() + 5000);
     EXPECT_EQ(restarting.calls, 2) << "the restart began a new 5 s schedule";
-}
-
-TEST(Timer, StartingARunningTimerBeginsItsScheduleAgainAndStopsLeaveThePump)
-{
-    const int32_t timersBefore = MessagePump::getInstance()->getTimerCount();
-    std::vector<std::string> log;
-    {
-        LoggingTimer timer("timer", &log), other("other", &log);
-        timer.startTimer(1000);
-        other.startTimer(10);
-        const double beforeRestart = now();
-        timer.startTimer(3000);
-        EXPECT_EQ(MessagePump::getInstance()->getTimerCount(), timersBefore + 2);
-        other.stopTimer();
-        other.stopTimer();
-        EXPECT_EQ(MessagePump::getInstance()->getTimerCount(), timersBefore + 1);
-
-        pumpAt(beforeRestart + 2000);
-        EXPECT_EQ(timer.calls, 0) << "the first schedule's tick at 1 s is gone";
-        pumpAt(now() + 3000);
-        EXPECT_EQ(log, std::vector<std::string>{"timer"});
-    }
-    EXPECT_EQ(MessagePump::getInstance()->getTimerCount(), timersBefore) << "destroyed timers stop";
 }
