@@ -1,12 +1,11 @@
-// The text operations of SoftwareGraphics: the LCD blend of drawGlyph on hand-made coverage
-// images with hand-computed results, and drawText's placement, clipping and shadow with the
-// system font.
+// The text operations of SoftwareGraphics: the LCD blend of drawGlyph on a hand-made coverage
+// image with hand-computed bytes, and drawText's placement, clipping and shadow with the system
+// font, checked sample by sample against the glyphs it draws.
 #include "render/graphics/SoftwareGraphics.h"
 
 #include "GoldenImage.h"
 #include "PixelAssertions.h"
 #include "foundation/runtime/DeletedAtShutdown.h"
-#include "media/image/Image.h"
 #include "render/font/Font.h"
 #include "render/font/Glyph.h"
 
@@ -15,7 +14,6 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
-#include <utility>
 
 using q1framework::Alignment;
 using q1framework::Colour;
@@ -28,86 +26,36 @@ using q1framework::SoftwareGraphics;
 
 namespace
 {
-using Pixel = PixelValue;
-
-Pixel pixelAt(const Image& image, int x, int y) { return readPixel(image, x, y); }
-
-// The pixels whose colour differs from the background.
-struct Ink
-{
-    int left = 1 << 20;
-    int top = 1 << 20;
-    int right = -1;   // last inked column
-    int bottom = -1;  // last inked row
-    bool isEmpty() const { return right < 0; }
-};
-
-// channel: 0 blue, 1 green, 2 red, or -1 for any.
-Ink findInk(const Image& canvas, const Pixel& background, int channel = -1)
-{
-    Ink ink;
-    for (int y = 0; y < canvas.getHeight(); ++y)
-        for (int x = 0; x < canvas.getWidth(); ++x)
-        {
-            const Pixel pixel = pixelAt(canvas, x, y);
-            const bool changed = (channel < 0 || channel == 0) && pixel.blue != background.blue;
-            if (changed || ((channel < 0 || channel == 1) && pixel.green != background.green)
-                || ((channel < 0 || channel == 2) && pixel.red != background.red))
-            {
-                ink.left = std::min(ink.left, x);
-                ink.top = std::min(ink.top, y);
-                ink.right = std::max(ink.right, x);
-                ink.bottom = std::max(ink.bottom, y);
-            }
-        }
-    return ink;
-}
-
 // A glyph image of two pixels, one row: coverage triples (255, 128, 0) and (64, 255, 1). Byte 3
 // holds a value the blend must not read.
 Image makeTwoPixelGlyph()
 {
     Image glyph(2, 1, true, 0);
     const uint8_t bytes[8] = {255, 128, 0, 7, 64, 255, 1, 7};
-    for (int i = 0; i < 8; ++i)
-        glyph.getPixelPointer(0, 0)[i] = bytes[i];
+    std::copy(bytes, bytes + 8, glyph.getPixelPointer(0, 0));
     return glyph;
 }
 
-const Pixel background = {200, 20, 30, 40};
-const Colour ink(200, 100, 50, 255);
-const Pixel black = {0, 0, 0, 255};
-const Colour white(0xFFFFFFFF);
-
-// The two-pixel glyph in ink at pixel 1 of a row of five background pixels, clipped to clip.
-Image drawTwoPixelGlyphOnRow(int phase, const Rectangle& clip)
-{
-    Image canvas = makeCanvas(5, 1, background);
-    SoftwareGraphics graphics(canvas);
-    graphics.setClip(clip, false);
-    graphics.drawGlyph(makeTwoPixelGlyph(), Point(1, 0), ink, phase);
-    return canvas;
-}
-
-// Checks the first two pixel columns of glyph as white text drew them on black, with its pen at
-// penX (fractional) and the line's top at lineTop, in buffer pixels. On black the blend reduces
-// to channel = (255 * sample) >> 8, and sample s of a glyph row lands on subpixel
-// 3 * (floor(penX) + offsetX) + phase + s, phase being the pen's fraction in thirds; subpixels go
-// red, green, blue. Subpixels before the first sample stay black.
-void expectGlyphStart(const Image& canvas, const Glyph& glyph, double penX, int lineTop)
+// Checks the first two pixel columns of every row of glyph as drawn on black in colour with its
+// pen at penX (fractional) and the line's top at lineTop. Sample s of a row lands on subpixel
+// 3 * (floor(penX) + offsetX) + phase + s, phase being the pen's fraction in thirds, and
+// subpixels go red, green, blue. On black a sample gives channel * weight >> 8, with weight
+// alpha * sample / 255; subpixels before the first sample stay 0.
+void expectGlyphStart(const Image& canvas, const Glyph& glyph, double penX, int lineTop, const Colour& colour)
 {
     const int left = static_cast<int>(std::floor(penX)) + glyph.offsetX;
     const int phase = static_cast<int>((penX - std::floor(penX)) * 3);
-    const int samples = glyph.image.getWidth() * 3;
+    const int channels[3] = {colour.getRed(), colour.getGreen(), colour.getBlue()};
     for (int row = 0; row < glyph.image.getHeight(); ++row)
         for (int subpixel = 0; subpixel < 6; ++subpixel)
         {
             const int sample = subpixel - phase;
             const int coverage =
-                sample >= 0 && sample < samples ? glyph.image.getPixelPointer(sample / 3, row)[sample % 3] : 0;
-            const Pixel pixel = pixelAt(canvas, left + subpixel / 3, lineTop + glyph.offsetY + row);
-            const int channel = subpixel % 3 == 0 ? pixel.red : subpixel % 3 == 1 ? pixel.green : pixel.blue;
-            ASSERT_EQ(channel, (255 * coverage) >> 8) << "row " << row << ", subpixel " << subpixel;
+                sample >= 0 && sample < glyph.image.getWidth() * 3 ? glyph.image.getPixelPointer(sample / 3, row)[sample % 3] : 0;
+            const PixelValue pixel = readPixel(canvas, left + subpixel / 3, lineTop + glyph.offsetY + row);
+            ASSERT_EQ(pixel[static_cast<size_t>(2 - subpixel % 3)],
+                      channels[subpixel % 3] * (colour.getAlpha() * coverage / 255) >> 8)
+                << "row " << row << ", subpixel " << subpixel;
         }
 }
 
@@ -120,272 +68,149 @@ protected:
 
 // Subpixel results, with weight a = colour alpha * coverage / 255 and d the old byte:
 // ((a ^ 255) * d + channel * a) >> 8. For example coverage 128 on green 20 with channel 100:
-// (127 * 20 + 100 * 128) >> 8 = 15340 >> 8 = 59.
-TEST_F(SoftwareGraphicsTextTest, GlyphBlendsEachSubpixelIntoItsChannel)
+// (127 * 20 + 100 * 128) >> 8 = 59. The glyph goes to pixel 1 of a row of five.
+TEST_F(SoftwareGraphicsTextTest, GlyphsBlendEachSubpixelIntoItsChannel)
 {
-    const Image glyph = makeTwoPixelGlyph();
-    Image canvas = makeCanvas(5, 3, background);
-    SoftwareGraphics graphics(canvas);
-    graphics.translate(1, 0);
-    graphics.drawGlyph(glyph, Point(0, 1), ink, 0);
-
-    // Red, green, blue from the left third: 255 -> 199, 128 -> 59, 0 -> unchanged.
-    EXPECT_EQ(pixelAt(canvas, 1, 1), (Pixel{200, 59, 199, 40}));
-    // 64 on red 30 -> 72, 255 on green -> 99, 1 on blue 200 -> (254 * 200 + 50) >> 8 = 198.
-    EXPECT_EQ(pixelAt(canvas, 2, 1), (Pixel{198, 99, 72, 40}));
-    EXPECT_EQ(pixelAt(canvas, 0, 1), background);
-    EXPECT_EQ(pixelAt(canvas, 3, 1), background);
-    EXPECT_EQ(pixelAt(canvas, 1, 0), background);
-    EXPECT_EQ(pixelAt(canvas, 1, 2), background);
+    const PixelValue ground{200, 20, 30, 40};
+    const Rectangle whole(0, 0, 5, 1), fromPixel2(2, 0, 3, 1), toPixel2(0, 0, 3, 1);
+    const struct { int phase; Rectangle clip; PixelValue first, second, third; } cases[] = {
+        // Samples 255, 128, 0 | 64, 255, 1 on red, green, blue | red, green, blue: 199, 59, -;
+        // 72, 99, (254 * 200 + 50) >> 8 = 198.
+        {0, whole, {200, 59, 199, 40}, {198, 99, 72, 40}, ground},
+        // Phase 1: green, blue | red, green, blue | red.
+        {1, whole, {124, 99, 30, 40}, {49, 39, 30, 40}, {200, 20, 30, 40}},
+        // Phase 2: blue | red, green, blue | red, green.
+        {2, whole, {49, 20, 30, 40}, {161, 20, 114, 40}, {200, 20, 199, 40}},
+        // Cut on the left at phase 2, the walk begins at pixel 2 with sample 1 (128) and runs for
+        // the glyph's width from there: the last two samples, which would reach pixel 3, are left
+        // out. At phase 0 the cut is at a pixel boundary. A cut on the right stops at its edge.
+        {2, fromPixel2, ground, {161, 20, 114, 40}, ground},
+        {0, fromPixel2, ground, {198, 99, 72, 40}, ground},
+        {2, toPixel2, {49, 20, 30, 40}, {161, 20, 114, 40}, ground},
+        // Phases other than 0, 1 and 2 draw nothing.
+        {3, whole, ground, ground, ground}, {-1, whole, ground, ground, ground},
+    };
+    for (const auto& each : cases)
+    {
+        Scene scene(5, 1, ground);
+        scene.graphics.setClip(each.clip, false);
+        scene.graphics.drawGlyph(makeTwoPixelGlyph(), Point(1, 0), Colour(200, 100, 50, 255), each.phase);
+        SCOPED_TRACE("phase " + std::to_string(each.phase) + ", clip from " + std::to_string(each.clip.x));
+        scene.expect({{0, 0, ground}, {1, 0, each.first}, {2, 0, each.second}, {3, 0, each.third}, {4, 0, ground}});
+    }
 }
 
-TEST_F(SoftwareGraphicsTextTest, PhaseShiftsTheSamplesBySubpixels)
+TEST_F(SoftwareGraphicsTextTest, GlyphsStayInTheBufferAndSkipCoverageBelowOneStep)
 {
-    // The samples 255, 128 | 0, 64, 255 | 1 fall on green, blue | red, green, blue | red.
-    const Image one = drawTwoPixelGlyphOnRow(1, Rectangle(0, 0, 5, 1));
-    EXPECT_EQ(pixelAt(one, 1, 0), (Pixel{124, 99, 30, 40}));
-    EXPECT_EQ(pixelAt(one, 2, 0), (Pixel{49, 39, 30, 40}));
-    EXPECT_EQ(pixelAt(one, 3, 0), (Pixel{200, 20, 30, 40}));  // (254 * 30 + 200) >> 8 = 30
-
-    // 255 | 128, 0, 64 | 255, 1 on blue | red, green, blue | red, green.
-    const Image two = drawTwoPixelGlyphOnRow(2, Rectangle(0, 0, 5, 1));
-    EXPECT_EQ(pixelAt(two, 1, 0), (Pixel{49, 20, 30, 40}));
-    EXPECT_EQ(pixelAt(two, 2, 0), (Pixel{161, 20, 114, 40}));
-    EXPECT_EQ(pixelAt(two, 3, 0), (Pixel{200, 20, 199, 40}));  // green: (254 * 20 + 100) >> 8 = 20
-
-    // Phases other than 0, 1 and 2 draw nothing.
-    EXPECT_TRUE(findInk(drawTwoPixelGlyphOnRow(3, Rectangle(0, 0, 5, 1)), background).isEmpty());
-    EXPECT_TRUE(findInk(drawTwoPixelGlyphOnRow(-1, Rectangle(0, 0, 5, 1)), background).isEmpty());
-}
-
-TEST_F(SoftwareGraphicsTextTest, AGlyphCutOnTheLeftStartsInsideItsSamples)
-{
-    // The walk begins at pixel 2 with the glyph's sample 1 (128), as unclipped, and runs for the
-    // glyph's width from there: the last two samples, which would reach pixel 3, are left out.
-    const Image two = drawTwoPixelGlyphOnRow(2, Rectangle(2, 0, 3, 1));
-    EXPECT_EQ(pixelAt(two, 1, 0), background);
-    EXPECT_EQ(pixelAt(two, 2, 0), (Pixel{161, 20, 114, 40}));
-    EXPECT_EQ(pixelAt(two, 3, 0), background);
-
-    // With phase 0 the cut is at a pixel boundary: pixel 2 gets the glyph's second pixel whole.
-    const Image zero = drawTwoPixelGlyphOnRow(0, Rectangle(2, 0, 3, 1));
-    EXPECT_EQ(pixelAt(zero, 1, 0), background);
-    EXPECT_EQ(pixelAt(zero, 2, 0), (Pixel{198, 99, 72, 40}));
-
-    // A clip on the right stops the walk at its edge.
-    const Image cut = drawTwoPixelGlyphOnRow(2, Rectangle(0, 0, 3, 1));
-    EXPECT_EQ(pixelAt(cut, 2, 0), (Pixel{161, 20, 114, 40}));
-    EXPECT_EQ(pixelAt(cut, 3, 0), background);
-}
-
-TEST_F(SoftwareGraphicsTextTest, AClipBeyondTheBufferWritesNothingOutsideIt)
-{
-    // The canvas has a margin: a glyph hanging over the right edge under a clip that reaches past
-    // the buffer must leave the margin's zeros alone, and still draw its part inside.
+    // Over either edge, under a clip that reaches past the buffer, the margin's zeros stay and the
+    // part inside is drawn: pixel 4 at phase 2 takes sample 255 on blue, (1 * 0 + 50 * 255) >> 8 = 49.
     Image canvas(5, 1, true, 16);
     SoftwareGraphics graphics(canvas);
     graphics.setClip(Rectangle(-10, -10, 40, 40), false);
-    graphics.drawGlyph(makeTwoPixelGlyph(), Point(4, 0), ink, 2);
-    graphics.drawGlyph(makeTwoPixelGlyph(), Point(-1, 0), ink, 1);
-    for (int x = -3; x < 0; ++x)
-        EXPECT_EQ(pixelAt(canvas, x, 0), (Pixel{0, 0, 0, 0})) << "left margin " << x;
-    for (int x = 5; x < 9; ++x)
-        EXPECT_EQ(pixelAt(canvas, x, 0), (Pixel{0, 0, 0, 0})) << "right margin " << x;
-    // Pixel 4 takes the glyph's first samples 255 and 128 on green and blue (phase 2 puts 255 on
-    // blue): blue (1 * 0 + 50 * 255) >> 8 = 49.
-    EXPECT_EQ(pixelAt(canvas, 4, 0).blue, 49);
-}
+    graphics.drawGlyph(makeTwoPixelGlyph(), Point(4, 0), Colour(200, 100, 50, 255), 2);
+    graphics.drawGlyph(makeTwoPixelGlyph(), Point(-1, 0), Colour(200, 100, 50, 255), 1);
+    EXPECT_TRUE(marginIsClear(canvas));
+    EXPECT_EQ(readPixel(canvas, 4, 0)[0], 49);
 
-TEST_F(SoftwareGraphicsTextTest, CoverageBelowOneStepWritesNothing)
-{
+    // At alpha 1, 1 * 254 < 255 leaves red alone; 1 * 255 gives weight 1 on green:
+    // (254 * 255 + 100 * 1) >> 8 = 253. An empty image draws nothing.
     Image glyph(1, 1, true, 0);
     glyph.getPixelPointer(0, 0)[0] = 254;
     glyph.getPixelPointer(0, 0)[1] = 255;
-    Image canvas = makeCanvas(1, 1, {255, 255, 255, 255});
-    // Alpha 1: 1 * 254 < 255 leaves red alone; 1 * 255 gives weight 1 on green:
-    // (254 * 255 + 100 * 1) >> 8 = 253.
-    SoftwareGraphics(canvas).drawGlyph(glyph, Point(0, 0), Colour(200, 100, 50, 1), 0);
-    EXPECT_EQ(pixelAt(canvas, 0, 0), (Pixel{255, 253, 255, 255}));
-
-    // An empty or null image draws nothing.
-    SoftwareGraphics(canvas).drawGlyph(Image(), Point(0, 0), ink, 1);
-    EXPECT_EQ(pixelAt(canvas, 0, 0), (Pixel{255, 253, 255, 255}));
+    Scene scene(1, 1, opaqueWhite);
+    scene.graphics.drawGlyph(glyph, Point(0, 0), Colour(200, 100, 50, 1), 0);
+    scene.graphics.drawGlyph(Image(), Point(0, 0), Colour(200, 100, 50, 255), 1);
+    scene.expect({{0, 0, {255, 253, 255, 255}}});
 }
 
-// Every alignment, one area each, outlined. The bottom row's areas are one line tall: there the
-// bottom placement (font size - area height above y 0) coincides with the top.
-TEST_F(SoftwareGraphicsTextTest, AlignmentsScene)
+TEST_F(SoftwareGraphicsTextTest, TextScene)
 {
-    Image canvas = makeCanvas(160, 100, black);
-    SoftwareGraphics graphics(canvas);
+    Scene scene(240, 162, opaqueBlack);
+    SoftwareGraphics& graphics = scene.graphics;
+    const Colour white(0xFFFFFFFF), frame(0xFF505050);
     const Font& font = graphics.getFont();
-    const char* text = "Kel";
-    const double width = font.getTextWidth(text);
     const Glyph& k = *font.getGlyph('K');
+    const double width = font.getTextWidth("Kel");
 
-    const Alignment alignments[9] = {Alignment::TopLeft,    Alignment::TopCentre,    Alignment::TopRight,
-                                     Alignment::CentreLeft, Alignment::Centre,       Alignment::CentreRight,
-                                     Alignment::BottomLeft, Alignment::BottomCentre, Alignment::BottomRight};
+    // Every alignment, one area each, outlined, drawn from an origin at the area. The pen: left,
+    // centred ((48 - width) / 2 in) or right (48 - width in); the line's top at the area's top, or
+    // (30 - 10) / 2 = 10 rows lower when centred. The bottom row's areas are one line tall: there
+    // bottom placement (font size - area height) coincides with the top.
+    const int alignments[9] = {0, 3, 1, 5, 2, 6, 7, 4, 8};  // left, centre, right; top, centre, bottom
     for (int cell = 0; cell < 9; ++cell)
     {
-        const int column = cell % 3;
-        const int row = cell / 3;
+        const int column = cell % 3, row = cell / 3;
         const Rectangle area(4 + 52 * column, 4 + 34 * row, 48, row < 2 ? 30 : 10);
-        graphics.drawRect(Rectangle(area.x - 1, area.y - 1, area.w + 2, area.h + 2), Colour(0xFF505050));
-        // Cells are drawn from an origin at the area, so that the bottom row's y is 0.
-        graphics.translate(area.x, area.y);
-        graphics.drawText(Rectangle(0, 0, area.w, area.h), text, white, alignments[cell]);
-        graphics.translate(-area.x, -area.y);
-
-        // The pen: left, centred ((48 - width) / 2 to the right) or right (48 - width); the line's
-        // top at the area's top, or (30 - 10) / 2 = 10 rows lower when centred.
+        scene.moveTo(0, 0);
+        graphics.drawRect(Rectangle(area.x - 1, area.y - 1, area.w + 2, area.h + 2), frame);
+        scene.moveTo(area.x, area.y);
+        graphics.drawText(Rectangle(0, 0, area.w, area.h), "Kel", white, static_cast<Alignment>(alignments[cell]));
         const double penX = area.x + (column == 0 ? 0.0 : column == 1 ? (area.w - width) * 0.5 : area.w - width);
-        const int lineTop = area.y + (row == 1 ? 10 : 0);
         SCOPED_TRACE("cell " + std::to_string(cell));
-        expectGlyphStart(canvas, k, static_cast<float>(penX), lineTop);
-    }
-    EXPECT_TRUE(GoldenImage::matchesGolden(canvas, "text"));
-}
-
-TEST_F(SoftwareGraphicsTextTest, BottomAlignmentCountsTheGapUpwards)
-{
-    auto inkFor = [&](Alignment alignment, const Rectangle& area) {
-        Image canvas = makeCanvas(60, 60, black);
-        SoftwareGraphics graphics(canvas);
-        graphics.translate(0, 30);
-        graphics.drawText(area, "I", white, alignment);
-        return findInk(canvas, black);
-    };
-
-    // An area one line tall: bottom and top placement agree.
-    const Rectangle line(10, 0, 40, 10);
-    const Ink top = inkFor(Alignment::TopLeft, line);
-    ASSERT_EQ(top.top, 30);
-    const std::pair<Alignment, Alignment> pairs[] = {{Alignment::BottomLeft, Alignment::TopLeft},
-                                                     {Alignment::BottomCentre, Alignment::TopCentre},
-                                                     {Alignment::BottomRight, Alignment::TopRight}};
-    for (const auto& [bottomAligned, topAligned] : pairs)
-    {
-        const Ink bottomInk = inkFor(bottomAligned, line);
-        const Ink topInk = inkFor(topAligned, line);
-        EXPECT_EQ(bottomInk.top, topInk.top);
-        EXPECT_EQ(bottomInk.left, topInk.left);
+        expectGlyphStart(scene.image, k, static_cast<float>(penX), area.y + (row == 1 ? 10 : 0), white);
     }
 
-    // An area 20 rows tall at y -15: the line's top goes to 10 - 20 = -10, five rows below the
-    // area's top (buffer row 20), not to the area's bottom less one line (-5, row 25).
-    const Ink bottom = inkFor(Alignment::BottomLeft, Rectangle(10, -15, 40, 20));
-    EXPECT_EQ(bottom.top, 20);
-    // At y 5 the same area puts the line at -10, above it, where the clip leaves nothing.
-    EXPECT_TRUE(inkFor(Alignment::BottomLeft, Rectangle(10, 5, 40, 20)).isEmpty());
-}
+    // Bottom placement puts the line's top at font size - area height whatever the area's y: an
+    // area 20 tall at y -15 gets it at 10 - 20 = -10, five rows below the area's top, not at the
+    // area's bottom less one line (-5).
+    scene.moveTo(4, 110);
+    graphics.drawRect(Rectangle(-1, -16, 42, 22), frame);
+    graphics.drawText(Rectangle(0, -15, 40, 20), "Kel", white, Alignment::BottomLeft);
+    expectGlyphStart(scene.image, k, 4, 100, white);
 
-TEST_F(SoftwareGraphicsTextTest, TextStaysInsideItsAreaAndTheClipComesBack)
-{
-    Image canvas = makeCanvas(60, 30, black);
-    SoftwareGraphics graphics(canvas);
-    graphics.translate(2, 0);
-    graphics.setClip(Rectangle(1, 1, 50, 25), true);
-    const Rectangle before = graphics.getClip(false);
+    // The shadow: the inverted colour at alpha 128, moved up by 12.5 truncated, far enough not to
+    // touch the text.
+    scene.moveTo(0, 0);
+    graphics.drawTextWithShadow(Rectangle(56, 102, 48, 20), "Kel", Colour(255, 0, 0, 255), Alignment::TopLeft, 128, 12.5f);
+    expectGlyphStart(scene.image, k, 56, 90, Colour(0, 255, 255, 128));
+    expectGlyphStart(scene.image, k, 56, 102, Colour(255, 0, 0, 255));
 
-    graphics.drawText(Rectangle(8, 5, 8, 20), "AIAIAI", white, Alignment::TopLeft);
-    const Ink ink = findInk(canvas, black);
-    ASSERT_FALSE(ink.isEmpty());
-    EXPECT_GE(ink.left, 10);
-    EXPECT_LE(ink.right, 17);
-    EXPECT_EQ(graphics.getClip(false), before);
+    // Text stays inside its area and the clip comes back; a null text, and an area outside the
+    // clip, draw nothing.
+    const Rectangle clip(108, 88, 50, 30), narrow(110, 92, 8, 20);
+    graphics.setClip(clip, false);
+    graphics.drawText(narrow, "AIAIAI", white, Alignment::TopLeft);
+    graphics.drawText(Rectangle(130, 92, 20, 20), nullptr, white, Alignment::TopLeft);
+    graphics.drawText(Rectangle(108, 120, 40, 12), "AI", white, Alignment::TopLeft);
+    EXPECT_EQ(graphics.getClip(false), clip);
+    graphics.setClip(scene.image.getBounds(), false);
+    EXPECT_GT(countOther(scene.image, narrow, opaqueBlack), 20);
+    EXPECT_EQ(countOther(scene.image, Rectangle(108, 88, 50, 44), opaqueBlack), countOther(scene.image, narrow, opaqueBlack));
 
-    // Nothing to draw: a null text, an area outside the clip. The clip comes back each time.
-    Image blank = makeCanvas(60, 30, black);
-    SoftwareGraphics quiet(blank);
-    quiet.setClip(Rectangle(0, 0, 30, 30), false);
-    quiet.drawText(Rectangle(0, 0, 60, 30), nullptr, white, Alignment::TopLeft);
-    quiet.drawText(Rectangle(40, 0, 20, 30), "A", white, Alignment::TopLeft);
-    EXPECT_TRUE(findInk(blank, black).isEmpty());
-    EXPECT_EQ(quiet.getClip(false), Rectangle(0, 0, 30, 30));
-}
-
-TEST_F(SoftwareGraphicsTextTest, ShadowIsTheInvertedColourMovedUp)
-{
-    Image canvas = makeCanvas(40, 30, black);
-    SoftwareGraphics(canvas).drawTextWithShadow(Rectangle(5, 10, 30, 15), "I", Colour(255, 0, 0, 255),
-                                                Alignment::TopLeft, 128, 3.5f);
-    // The text in red from row 10, its shadow in cyan at alpha 128 from row 10 - 3 (the offset is
-    // truncated). At alpha 128 no shadow sample can exceed (255 * 128) >> 8 = 127, and cyan has
-    // no red.
-    const Ink red = findInk(canvas, black, 2);
-    const Ink green = findInk(canvas, black, 1);
-    EXPECT_EQ(red.top, 10);
-    EXPECT_EQ(green.top, 7);
-    int brightest = 0;
-    for (int y = 7; y < 10; ++y)
-        for (int x = 0; x < canvas.getWidth(); ++x)
+    // Right-aligned "Output" starts its pen 46.3125 left of the area's right edge, at a fraction
+    // of 0.6875: phase 2. Drawn again with the clip's left edge inside its first glyph, it must
+    // match the whole line from that edge on, except where the first glyph's last two samples
+    // land: the clipped walk stops one glyph width after its start subpixel and leaves them out.
+    const double penX = 74 - static_cast<double>(font.getTextWidth("Output"));
+    ASSERT_EQ(static_cast<int>((penX - std::floor(penX)) * 3), 2) << "pen at " << penX;
+    const Glyph& o = *font.getGlyph('O');
+    const int glyphLeft = static_cast<int>(std::floor(penX)) + o.offsetX;
+    graphics.drawText(Rectangle(4, 130, 70, 14), "Output", white, Alignment::TopRight);
+    graphics.setClip(Rectangle(glyphLeft + 2, 146, 80, 14), false);
+    graphics.drawText(Rectangle(4, 146, 70, 14), "Output", white, Alignment::TopRight);
+    graphics.setClip(scene.image.getBounds(), false);
+    expectGlyphStart(scene.image, o, penX, 130, white);
+    for (int row = 0; row < 14; ++row)
+        for (int x = 0; x < 80; ++x)
         {
-            const Pixel pixel = pixelAt(canvas, x, y);
-            EXPECT_EQ(pixel.red, 0);
-            EXPECT_LE(pixel.green, 127);
-            EXPECT_LE(pixel.blue, 127);
-            brightest = std::max({brightest, pixel.blue, pixel.green});
+            const PixelValue whole = readPixel(scene.image, x, 130 + row), clipped = readPixel(scene.image, x, 146 + row);
+            const bool dropped = x == glyphLeft + o.image.getWidth();  // red and green are the left-out samples'
+            EXPECT_TRUE(x < glyphLeft + 2 ? clipped == opaqueBlack : dropped ? clipped[0] == whole[0] : clipped == whole)
+                << x << ", " << row;
         }
-    EXPECT_GT(brightest, 100);
-}
 
-// One line at each of several sizes. The painter's size is its own: the fallback font keeps 10.
-TEST_F(SoftwareGraphicsTextTest, SizesScene)
-{
-    Image canvas = makeCanvas(160, 128, black);
-    SoftwareGraphics graphics(canvas);
-    EXPECT_EQ(graphics.getFontSize(), 10.0);
+    // One line at each of several sizes. The painter's size is its own: the fallback font keeps 10.
     int top = 3;
     for (const double size : {8.0, 10.0, 13.0, 17.0, 22.0, 28.0})
     {
         graphics.setFontSize(size);
-        EXPECT_EQ(graphics.getFontSize(), size);
-        graphics.drawText(Rectangle(4, top, 156, 40), "Kelvane", white, Alignment::TopLeft);
+        graphics.drawText(Rectangle(166, top, 72, 40), "Kel", white, Alignment::TopLeft);
         SCOPED_TRACE("size " + std::to_string(size));
-        expectGlyphStart(canvas, *graphics.getFont().getGlyph('K'), 4.0, top);
+        expectGlyphStart(scene.image, *graphics.getFont().getGlyph('K'), 166, top, white);
         top += static_cast<int>(size) + 4;
     }
     EXPECT_EQ(Font::getFallback().getSize(), 10.0);
     graphics.setFont(Font::getFallback());
     EXPECT_EQ(graphics.getFontSize(), 10.0);
-    EXPECT_TRUE(graphics.getFont() == Font::getFallback());
-    EXPECT_TRUE(GoldenImage::matchesGolden(canvas, "text"));
-}
-
-// Right-aligned "Output" starts its pen 46.3125 pixels left of the area's right edge, at a
-// fraction of 0.6875: phase 2. Drawn twice, the second time with the clip's left edge inside its
-// first glyph. From that edge on, the clipped line must match the whole one, except where the
-// first glyph's last two samples land: the clipped walk stops one glyph width after its start
-// subpixel, and leaves them out.
-TEST_F(SoftwareGraphicsTextTest, PhaseTwoLeftOfTheClipScene)
-{
-    Image canvas = makeCanvas(80, 40, black);
-    SoftwareGraphics graphics(canvas);
-    const char* text = "Output";
-    const double penX = 74 - static_cast<double>(graphics.getFont().getTextWidth(text));
-    ASSERT_EQ(static_cast<int>((penX - std::floor(penX)) * 3), 2) << "pen at " << penX;
-    const Glyph& o = *graphics.getFont().getGlyph('O');
-    const int glyphLeft = static_cast<int>(std::floor(penX)) + o.offsetX;
-    const int clipLeft = glyphLeft + 2;
-
-    graphics.drawText(Rectangle(4, 4, 70, 14), text, white, Alignment::TopRight);
-    graphics.setClip(Rectangle(clipLeft, 0, 80 - clipLeft, 40), false);
-    graphics.drawText(Rectangle(4, 22, 70, 14), text, white, Alignment::TopRight);
-
-    expectGlyphStart(canvas, o, penX, 4);
-    const int droppedColumn = glyphLeft + o.image.getWidth();
-    for (int row = 0; row < 14; ++row)
-        for (int x = 0; x < 80; ++x)
-        {
-            const Pixel whole = pixelAt(canvas, x, 4 + row);
-            const Pixel clipped = pixelAt(canvas, x, 22 + row);
-            if (x < clipLeft)
-                EXPECT_EQ(clipped, black) << x << ", " << row;
-            else if (x == droppedColumn)
-                EXPECT_EQ(clipped.blue, whole.blue) << "row " << row;  // red and green are the dropped samples'
-            else
-                EXPECT_EQ(clipped, whole) << x << ", " << row;
-        }
-    EXPECT_TRUE(GoldenImage::matchesGolden(canvas, "text"));
+    EXPECT_TRUE(GoldenImage::matchesGolden(scene.image, "text"));
 }
