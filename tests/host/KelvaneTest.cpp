@@ -169,26 +169,28 @@ TEST_F(Kelvane, AutomationReachesTheSoundInTheNextBlock)
     EXPECT_NEAR(steadyBlock(frames, 0.1f)[0] / unity, 2.818383f, 1e-3f);
 }
 
-TEST_F(Kelvane, ChunkSavesAndLoadsValuesAndEditorSize)
+TEST_F(Kelvane, ChunkSavesAndLoadsValuesToSixDecimalsAndTheEditorSize)
 {
-    effect->setParameter(effect, attack, 0.8f);
-    effect->setParameter(effect, drive, 0.25f);
+    const float values[] = {0.1234567f, 0.9f, 1.0f, 0.0000004f, 0.25f, 0.75f, 0.333333f};
+    for (VstInt32 index = 0; index < 7; ++index)
+        effect->setParameter(effect, index, values[index]);
     const std::vector<char> saved = getChunk(effect);
     ASSERT_GT(saved.size(), 8u);
     EXPECT_EQ(std::string(saved.begin(), saved.begin() + 4), "VC2!");
     EXPECT_EQ(getChunk(effect), saved);  // a second request gives the same content
 
-    const std::vector<float> before = parameters(effect);
     effect->setParameter(effect, attack, 0.1f);
     effect->setParameter(effect, gain, 0.9f);
     EXPECT_EQ(setChunk(effect, saved), 0);
-    EXPECT_EQ(parameters(effect), before);
+    for (VstInt32 index = 0; index < 7; ++index)
+        EXPECT_NEAR(effect->getParameter(effect, index), values[index], 0.000001) << index;
+    EXPECT_EQ(getChunk(effect), saved);  // loaded and saved again: the same bytes
 
     // The editor size travels with the state; a chunk without it means the default size.
     setChunk(effect, chunkOf("<KELVANE uiWidthNew=\"1100\" uiHeightNew=\"257\"><Program attack=\"0.3\"/></KELVANE>"));
     EXPECT_NE(chunkText().find("uiWidthNew=\"1100\" uiHeightNew=\"257\""), std::string::npos);
     EXPECT_FLOAT_EQ(effect->getParameter(effect, attack), 0.3f);
-    EXPECT_FLOAT_EQ(effect->getParameter(effect, drive), 0.25f);  // a partial program is merged
+    EXPECT_FLOAT_EQ(effect->getParameter(effect, drive), 0.333333f);  // a partial program is merged
     setChunk(effect, chunkOf("<KELVANE><Program/></KELVANE>"));
     EXPECT_NE(chunkText().find("uiWidthNew=\"750\" uiHeightNew=\"175\""), std::string::npos);
 }

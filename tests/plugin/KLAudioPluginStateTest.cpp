@@ -68,26 +68,6 @@ TEST(KLAudioPluginState, FreshInstanceWritesTheDocumentedChunk)
     EXPECT_EQ(stateOf(plugin), chunkOf(freshText));
 }
 
-TEST(KLAudioPluginState, SavedChunkLoadsBackValuesToSixDecimalsAndTheEditorSize)
-{
-    KLAudioPlugin source;
-    const float values[] = {0.1234567f, 0.9f, 1.0f, 0.0000004f, 0.25f, 0.75f, 0.333333f};
-    for (int index = 0; index < 7; ++index)
-        source.setParameter(values[index], index);
-    source.setEditorSize(1200, 280);
-
-    KLAudioPlugin copy;
-    load(copy, stateOf(source));
-    for (int index = 0; index < 7; ++index)
-        EXPECT_NEAR(copy.getParameter(index), values[index], 0.000001) << index;
-    EXPECT_EQ(copy.getEditorWidth(), 1200);
-    EXPECT_EQ(copy.getEditorHeight(), 280);
-    EXPECT_TRUE(copy.getProcessor().bypassed);
-    EXPECT_EQ(copy.getProcessor().releaseTimeFactor, 2.0f);
-    // The same chunk again, and a second save gives the same bytes.
-    EXPECT_EQ(stateOf(copy), stateOf(source));
-}
-
 TEST(KLAudioPluginState, PartialProgramIsAppliedAndTheOldSizeFieldsAreKept)
 {
     KLAudioPlugin plugin;
