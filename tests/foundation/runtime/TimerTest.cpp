@@ -53,6 +53,16 @@ TEST(Timer, FiresDueTimersEarliestFirstAndRepeatsWithoutBursts)
     EXPECT_EQ(fast.calls, 2);
     pumpAt(started + 11000);
     EXPECT_EQ(fast.calls, 3);
+
+    // Interval 0 is due at every pump, at that pump's time: equal times fire in starting order.
+    log.clear();
+    LoggingTimer zero("zero", &log), alsoZero("also zero", &log);
+    zero.startTimer(0);
+    alsoZero.startTimer(0);
+    const double later = now();
+    pumpAt(later + 1);
+    pumpAt(later + 2);
+    EXPECT_EQ(log, (std::vector<std::string>{"zero", "also zero", "zero", "also zero"}));
 }
 
 TEST(Timer, CallbacksMayStopRestartOrDeleteTimersTheirOwnIncluded)

@@ -69,5 +69,5 @@ TEST(Var, TextAndBlocksAreSharedByHandleAndOutliveTheVar)
     EXPECT_EQ(copy.getMemoryBlock().getSize(), 4);
     holder = copy;
     copy = Var();
-    EXPECT_EQ(holder.getMemoryBlock().getSize(), 4);
+    EXPECT_EQ(holder.getMemoryBlock().getData(), block.getData());
 }
