@@ -91,7 +91,8 @@ TEST(MemoryBlock, ReadFromRefusesLengthsTheStreamCannotDeliver)
 {
     // About 2^63, one more than is there, and a negative length, each in front of two bytes:
     // refused before anything is allocated, and the block is left empty.
-    for (const char* length : {"\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x7F", "\x03\0\0\0\0\0\0\0", "\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF"})
+    for (const char* length :
+         {"\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x7F", "\x03\0\0\0\0\0\0\0", "\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF"})
     {
         MemoryStream hostile(blockOf(std::string(length, 8) + "ab"));
         MemoryBlock block = blockOf("old");

@@ -17,7 +17,10 @@ namespace
 // A stream over a copy of bytes.
 struct ByteSource
 {
-    explicit ByteSource(const std::string& data) : stream(MemoryBlock(data.data(), static_cast<int64_t>(data.size()), true)) {}
+    explicit ByteSource(const std::string& data)
+        : stream(MemoryBlock(data.data(), static_cast<int64_t>(data.size()), true))
+    {
+    }
     MemoryStream stream;
 };
 }

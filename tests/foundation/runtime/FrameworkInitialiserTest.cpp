@@ -54,4 +54,6 @@ TEST(FrameworkInitialiser, BringsUpAndTakesDownInOrderAndAgain)
                                                    "components"}));
         EXPECT_EQ(DeletedAtShutdown::getCount(), 0) << "the clock went too";
     }
+    for (int hook = 0; hook < static_cast<int>(Hook::count); ++hook)
+        FrameworkInitialiser::setHook(static_cast<Hook>(hook), nullptr);
 }

@@ -29,7 +29,9 @@ TEST(VSyncTimer, RunsFromLoadTimeAndTicksEachListenerOncePerFrameInOrder)
     // Restarted, then pumped at made-up times one frame apart: each pump finds one frame due.
     clock.startTimer(VSyncTimer::frameIntervalMs);
     double frameTimeMs = q1framework::HiResCounterHandler::getMillisecondCounterHiRes();
-    const auto nextFrame = [&] { q1framework::MessagePump::getInstance()->pump(frameTimeMs += 16); };
+    const auto nextFrame = [&] {
+        q1framework::MessagePump::getInstance()->pump(frameTimeMs += VSyncTimer::frameIntervalMs);
+    };
     std::vector<std::string> frames;
     Window first("first", &frames), second("second", &frames), third("third", &frames);
     VSyncTimer::addListener(&first);

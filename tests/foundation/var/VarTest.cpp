@@ -31,9 +31,8 @@ TEST(Var, EachAccessorAnswersOnlyForItsOwnKind)
 {
     int target = 0;
     // Index = kind. Destroying the pointer kind must leave the stack variable alone.
-    const Var values[] = {Var(),     Var(3),         Var(int64_t(3)), Var(3.0),
-                          Var(3.0f), Var("3"),       Var(true),       Var(static_cast<void*>(&target)),
-                          Var(MemoryBlock(3)), Var(PackedColour(3))};
+    const Var values[] = {Var(),     Var(3),    Var(int64_t(3)), Var(3.0),          Var(3.0f),
+                          Var("3"),  Var(true), Var(&target),    Var(MemoryBlock(3)), Var(PackedColour(3))};
     for (int kind = 0; kind < 10; ++kind)
     {
         const Var& value = values[kind];
