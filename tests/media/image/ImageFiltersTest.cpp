@@ -6,59 +6,25 @@
 #include <cmath>
 #include <cstring>
 #include <random>
+#include <tuple>
 #include <vector>
 
 using namespace q1framework;
 
 namespace
 {
-// The half-band filter written out as its definition: each tap is floor(value * 16 * weight /
-// 65536), the sum of the five taps is divided by 8 rounding down and limited to 0..255. Pixels
-// outside the picture count as 0.
-int filter(const std::vector<int>& values, int centre)
+// The half-band filter by its definition, over value(index) around centre: each tap is
+// floor(value * 16 * weight / 65536), the sum of the five is divided by 8 rounding down and
+// limited to 0..255.
+template <typename Value>
+int filter(const Value& value, int centre)
 {
     const int offsets[5] = {-3, -1, 0, 1, 3};
     const double weights[5] = {-910, 9648, 17164, 9648, -910};
     int sum = 0;
     for (int tap = 0; tap < 5; ++tap)
-    {
-        const int index = centre + offsets[tap];
-        const int value = index >= 0 && index < static_cast<int>(values.size()) ? values[index] : 0;
-        sum += static_cast<int>(std::floor(value * 16.0 * weights[tap] / 65536.0));
-    }
+        sum += static_cast<int>(std::floor(value(centre + offsets[tap]) * 16.0 * weights[tap] / 65536.0));
     return std::clamp(static_cast<int>(std::floor(sum / 8.0)), 0, 255);
-}
-
-// getHalfSize by its definition, channel by channel: rows first, then columns.
-std::vector<uint8_t> halfSizeByDefinition(const Image& image)
-{
-    const int width = image.getWidth(), height = image.getHeight();
-    const int halfWidth = width / 2, halfHeight = height / 2;
-    std::vector<uint8_t> result(static_cast<size_t>(halfWidth * halfHeight * 4));
-    for (int channel = 0; channel < 4; ++channel)
-    {
-        std::vector<std::vector<int>> columns(halfWidth, std::vector<int>(height));
-        for (int y = 0; y < height; ++y)
-        {
-            std::vector<int> row(width);
-            for (int x = 0; x < width; ++x)
-                row[x] = image.getPixelPointer(x, y)[channel];
-            for (int x = 0; x < halfWidth; ++x)
-                columns[x][y] = filter(row, 2 * x);
-        }
-        for (int x = 0; x < halfWidth; ++x)
-            for (int y = 0; y < halfHeight; ++y)
-                result[(y * halfWidth + x) * 4 + channel] = static_cast<uint8_t>(filter(columns[x], 2 * y));
-    }
-    return result;
-}
-
-std::vector<uint8_t> pictureBytes(const Image& image)
-{
-    std::vector<uint8_t> bytes;
-    for (int y = 0; y < image.getHeight(); ++y)
-        bytes.insert(bytes.end(), image.getLine(y), image.getLine(y) + image.getWidth() * 4);
-    return bytes;
 }
 
 Image randomImage(int width, int height, int margin, unsigned seed)
@@ -74,20 +40,25 @@ Image randomImage(int width, int height, int margin, unsigned seed)
 
 TEST(ImageFilters, HalfSizeMatchesTheTapsComputedDirectly)
 {
-    for (const auto& [width, height] : {std::pair{2, 2}, std::pair{9, 7}, std::pair{64, 33}, std::pair{101, 80}})
+    // Margins below the filter's reach of 3 are read from a copy with a full margin.
+    for (const auto& [width, height, margin] : {std::tuple{2, 2, 16}, std::tuple{9, 7, 0}, std::tuple{64, 33, 16}, std::tuple{101, 80, 1}})
     {
-        const Image source = randomImage(width, height, 16, 7u + width);
+        const Image source = randomImage(width, height, margin, 7u + width);
         const Image half = source.getHalfSize();
         ASSERT_EQ(half.getSize(), Point(width / 2, height / 2));
         EXPECT_EQ(half.getMargin(), 16);
-        EXPECT_EQ(pictureBytes(half), halfSizeByDefinition(source)) << width << " x " << height;
+        // Rows first, then columns; pixels outside the picture count as 0.
+        for (int y = 0; y < height / 2; ++y)
+            for (int x = 0; x < width / 2; ++x)
+                for (int channel = 0; channel < 4; ++channel)
+                {
+                    const auto sourceAt = [&](int column, int line) {
+                        return column >= 0 && column < width && line >= 0 && line < height ? source.getPixelPointer(column, line)[channel] : 0;
+                    };
+                    const auto across = [&](int line) { return filter([&](int column) { return sourceAt(column, line); }, 2 * x); };
+                    ASSERT_EQ(half.getPixelPointer(x, y)[channel], filter(across, 2 * y)) << width << " x " << height << " at " << x << ", " << y;
+                }
     }
-    // A source without margin gives what the same pixels with one give.
-    const Image source = randomImage(12, 10, 16, 3);
-    Image packed(12, 10, false, 0);
-    for (int y = 0; y < 10; ++y)
-        std::memcpy(packed.getLine(y), source.getLine(y), 48);
-    EXPECT_EQ(pictureBytes(packed.getHalfSize()), pictureBytes(source.getHalfSize()));
     EXPECT_TRUE(Image(1, 8, true).getHalfSize().isNull());
 
     // By hand on flat 100: per tap floor(1600 * w / 65536) gives 419, 235, 235, -23, -23; 843 >> 3

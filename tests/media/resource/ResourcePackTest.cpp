@@ -138,11 +138,10 @@ TEST(ResourcePack, ForeignAndDamagedFiles)
     withNull.addString("after", "text");
     MemoryStream stream;
     ASSERT_TRUE(withNull.write(stream));
-    stream.setPosition(0);
-    ResourcePack reread;
-    EXPECT_FALSE(reread.read(stream));
-    EXPECT_EQ(names(reread.getNames(-1)), (std::vector<std::string>{"none"}));
-    EXPECT_TRUE(reread.getImage("none").isNull());
+    read = packOf(TestBytes::contents(stream), result);
+    EXPECT_FALSE(result);
+    EXPECT_EQ(names(read->getNames(-1)), (std::vector<std::string>{"none"}));
+    EXPECT_TRUE(read->getImage("none").isNull());
 }
 
 TEST(ResourcePack, HostileLengthsStopQuietly)
@@ -181,6 +180,7 @@ TEST(ResourcePack, NamesLookupsAndEditing)
     EXPECT_EQ(listener.counts, (std::vector<int>{1, 2, 3, 4}));
 
     EXPECT_STREQ(edited.makeUniqueName("knob").getCString(), "knob2");
+    EXPECT_STREQ(edited.makeUniqueName("Knob").getCString(), "Knob1");
     EXPECT_STREQ(edited.makeUniqueName("slider").getCString(), "slider");
     EXPECT_EQ(edited.getIndex("Knob"), 2);
     EXPECT_EQ(edited.getIndex("KNOB"), -1);
@@ -221,6 +221,7 @@ TEST(ResourcePack, FilesAddedAndLoaded)
     EXPECT_TRUE(add("image", "picture.png") && add("sound", "sound.wav") && add("binary", "some.bin"));
     EXPECT_FALSE(add("image", "some.bin") || add("empty", "empty.bin") || add("missing", "no-such-file"));
     EXPECT_EQ(names(added.getNames(Resource::imageType)), std::vector<std::string>{"image"});
+    EXPECT_EQ(added.getImage("image").getPixelPointer(1, 1)[0], 20);
     EXPECT_EQ(added.getSample("sound").getFloatChannel(0)[0], 0.5f);  // 32-bit integers kept as float
     EXPECT_EQ(added.getMemoryBlock("binary").getSize(), 10);
 

@@ -54,28 +54,26 @@ TEST(Sample, ChannelsLieBehindZeroedMarginsAndCompareWithoutThem)
         for (int byte = -12; byte < 30 + 12; ++byte)
             EXPECT_EQ(data[byte], 0);
     }
-    EXPECT_EQ(sample.getChannel(3), nullptr);
     EXPECT_EQ(Sample(100, 1, 8, 0, true, 1.0).getNumChannels(), 64);
-    EXPECT_EQ(Sample(2, 5, 16, 0, false, 1.0).getChannel(0), nullptr);
     EXPECT_DOUBLE_EQ(sample.getDuration(), 10.0 / 44100.0);
     EXPECT_EQ(Sample(1, 10, 16, 0, true, 0.0).getDuration(), 0.0);
 
+    // Equal without regard to margins; copies are deep.
     const Sample first = countingSample(6, 0, 10);
     Sample copy = countingSample(6, 9, 10);
     EXPECT_TRUE(first.equals(copy));
-    EXPECT_FALSE(first.equals(countingSample(6, 0, 11)));
-    EXPECT_FALSE(first.equals(countingSample(5, 0, 10)));
-    copy = first;  // deep
+    EXPECT_FALSE(first.equals(countingSample(6, 0, 11)) || first.equals(countingSample(5, 0, 10)));
+    copy = first;
     static_cast<int16_t*>(copy.getChannel(0))[0] = 999;
     EXPECT_EQ(at(first, 0, 0), 10);
 
-    Sample resized = countingSample(6, 2, 10);
-    ASSERT_TRUE(resized.setLength(8));
-    EXPECT_EQ(at(resized, 1, 5), 1015);
-    resized.clearMargins();
-    EXPECT_EQ(at(resized, 1, 8) | at(resized, 1, 9) | at(resized, 1, -2), 0);
-    ASSERT_TRUE(resized.setLength(3));
-    EXPECT_EQ(at(resized, 0, 2), 12);
+    copy = countingSample(6, 2, 10);
+    ASSERT_TRUE(copy.setLength(8));
+    copy.clearMargins();
+    EXPECT_EQ(at(copy, 1, 5), 1015);
+    EXPECT_EQ(at(copy, 1, 8) | at(copy, 1, 9) | at(copy, 1, -2), 0);
+    ASSERT_TRUE(copy.setLength(3));
+    EXPECT_EQ(at(copy, 0, 2), 12);
 }
 
 TEST(Sample, RecordRoundTripWithoutMargins)
@@ -104,7 +102,9 @@ TEST(Sample, BadOrHostileRecordsGiveNull)
     EXPECT_EQ(readOf(recordHeader(1, 1, 72, 0, 4, 8000.0) + data), nullptr);     // width
     EXPECT_EQ(readOf(recordHeader(1, 1, 16, 5000, 4, 8000.0) + data), nullptr);  // margin
     EXPECT_EQ(readOf(recordHeader(1, 1, 16, 0, -4, 8000.0) + data), nullptr);    // frames
-    // Frames that would need 16 exabytes: refused before any allocation.
+    // Frames that would need 2 TB (beyond what the sanitizer's allocator serves) or 16 exabytes:
+    // refused before any allocation.
+    EXPECT_EQ(readOf(recordHeader(1, 1, 16, 0, int64_t(1) << 40, 8000.0) + data), nullptr);
     EXPECT_EQ(readOf(recordHeader(1, 64, 64, 0, int64_t(1) << 60, 8000.0) + data), nullptr);
     // Without channels no data follows, but a length that overflows any byte count is refused
     // all the same. These are the bytes that fuzzing found: 25 bits, frames 0x5D << 56.
@@ -127,7 +127,6 @@ TEST(Sample, LoadWavInNativeAndFloatForms)
     ASSERT_NE(native, nullptr);
     EXPECT_EQ(native->getBitsPerSample(), 8);
     EXPECT_EQ(native->getNumFrames(), 3);
-    EXPECT_EQ(native->getSampleRate(), 22050.0);
     EXPECT_EQ(std::memcmp(static_cast<uint8_t*>(native->getChannel(0)) - 1, "\x00\x80\x40\x7F", 4), 0);
     EXPECT_EQ(std::memcmp(native->getChannel(1), "\x00\xFF\x01", 3), 0);
 
@@ -135,8 +134,7 @@ TEST(Sample, LoadWavInNativeAndFloatForms)
     std::unique_ptr<Sample> converted(Sample::loadWAV(&stream, false, 0));
     ASSERT_NE(converted, nullptr);
     EXPECT_EQ(converted->getBitsPerSample(), 32);
-    EXPECT_EQ(converted->getFloatChannel(0)[0], -1.0f);  // 8-bit data read as signed
-    EXPECT_EQ(converted->getFloatChannel(1)[1], -1.0f / 128);
+    EXPECT_EQ(converted->getFloatChannel(1)[1], -1.0f / 128);  // 0xFF, read as signed
 
     MemoryStream empty, noAudio(TestBytes::blockOf(Wav::file(Wav::format(1, 1, 8000, 16))));
     EXPECT_EQ(Sample::loadWAV(&empty, true, 0), nullptr);
