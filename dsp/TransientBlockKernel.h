@@ -105,11 +105,30 @@ struct Detector
     template <int channels, int width>
     [[gnu::noinline]] void follow(const float* left, const float* right, int frames, ChunkRecord& record)
     {
-        if (standing(outputGain, steps.outputGain) && standing(attackAmount, steps.attack) &&
-            standing(releaseAmount, steps.release) && standing(drive, steps.drive))
-            followFrames<channels, false>(left, right, frames, record);
+        // The detector levels of the chunk first, a group of lanes at a time: one channel's
+        // magnitude, or the mean magnitude of two.
+        using Lanes = FloatLanes<width>;
+        alignas(64) float levels[chunkFrames];
+        for (int i = 0; i < frames; i += width)
+        {
+            const int count = frames - i < width ? frames - i : width;
+            const auto read = [count, i](const float* channel) {
+                return count == width ? Lanes::load(channel + i) : Lanes::loadPartial(channel + i, count);
+            };
+            if constexpr (channels == 2)
+                Lanes::store(levels + i, (Lanes::abs(read(left)) + Lanes::abs(read(right))) * 0.5f);
+            else
+                Lanes::store(levels + i, Lanes::abs(read(left)));
+        }
+
+        const bool ramping = !(standing(outputGain, steps.outputGain) && standing(attackAmount, steps.attack)
+                               && standing(releaseAmount, steps.release) && standing(drive, steps.drive));
+        if (ramping)
+            followFrames<true, false>(levels, frames, record);
+        else if (releaseAmount < 0.0f)
+            followFrames<false, true>(levels, frames, record);
         else
-            followFrames<channels, true>(left, right, frames, record);
+            followFrames<false, false>(levels, frames, record);
         for (int i = frames; i % width != 0; ++i)
         {
             record.fast[i] = record.slow[i] = record.sustain[i] = record.follower[i] = 0.0f;
@@ -127,18 +146,19 @@ struct Detector
         return std::memcmp(&next, &value, sizeof value) == 0;
     }
 
-    // With all ramps standing the ramp values are the same for every frame and are filled in once.
-    // The loop runs on locals, not fields: the record's stores cannot alias them, so they stay in
-    // registers across the frames.
-    template <int channels, bool ramping>
-    void followFrames(const float* left, const float* right, int frames, ChunkRecord& record)
+    // With all ramps standing the ramp values are the same for every frame and are filled in once;
+    // a standing negative release amount (`followerJumps`) then makes the follower close in all
+    // the way at every frame, with no test of its lag. The loop runs on locals, not fields: the
+    // record's stores cannot alias them, so they stay in registers across the frames.
+    template <bool ramping, bool followerJumps>
+    void followFrames(const float* levels, int frames, ChunkRecord& record)
     {
         float fastNow = fast, slowNow = slow, sustainNow = sustain, releaseNow = release, followerNow = follower;
         float attackNow = attackAmount, releaseAmountNow = releaseAmount, outputGainNow = outputGain,
               driveNow = drive;
         for (int i = 0; i < frames; ++i)
         {
-            const float level = channels == 2 ? (std::fabs(left[i]) + std::fabs(right[i])) * 0.5f : std::fabs(left[i]);
+            const float level = levels[i];
             // The level is a magnitude, so this is false exactly for infinities and NaN.
             if (level <= std::numeric_limits<float>::max())
             {
@@ -146,8 +166,9 @@ struct Detector
                 slowNow = level > slowNow ? slowNow + (level - slowNow) * rise : slowNow * fall;
                 sustainNow = level >= sustainNow ? level : sustainNow * sustainFall;
                 releaseNow = level >= releaseNow ? level : releaseNow * releaseFall;
-                followerNow = followerNow
-                              + (releaseNow - followerNow) * followerApproach(releaseNow, followerNow, releaseAmountNow);
+                const float approach =
+                    followerJumps ? followLagging : followerApproach(releaseNow, followerNow, releaseAmountNow);
+                followerNow = followerNow + (releaseNow - followerNow) * approach;
             }
             record.fast[i] = fastNow;
             record.slow[i] = slowNow;
