@@ -349,16 +349,17 @@ TEST(TransientProcessor, BypassAndEmptyBlocksLeaveEveryFieldAsItWas)
     EXPECT_EQ(resumed, continuous);
 }
 
-TEST(TransientProcessor, IdenticalStereoChannelsEqualMonoAndSteadyBlocksSplitFreely)
+TEST(TransientProcessor, IdenticalStereoChannelsEqualMonoInPlaceOrNotAndSteadyBlocksSplitFreely)
 {
     const std::vector<float> signal = bursts(9000, 3);
     TransientProcessor stereo;
     TransientProcessor mono;
-    std::vector<float> left(signal.size()), right(signal.size()), single(signal.size());
+    TransientProcessor inPlace;
+    std::vector<float> left(signal.size()), right(signal.size()), single(signal.size()), buffer = signal;
     int start = 0;
     for (int block : {512, 100, 4096, 1, 333, 3958})
     {
-        for (TransientProcessor* p : {&stereo, &mono})
+        for (TransientProcessor* p : {&stereo, &mono, &inPlace})
         {
             p->setAttack(start % 3 == 0 ? 0.9f : 0.2f);
             p->setRelease(start % 2 == 0 ? 0.1f : 0.8f);
@@ -366,10 +367,12 @@ TEST(TransientProcessor, IdenticalStereoChannelsEqualMonoAndSteadyBlocksSplitFre
         }
         stereo.processStereo(&signal[start], &signal[start], &left[start], &right[start], block, false);
         mono.processMono(&signal[start], &single[start], block, false);
+        inPlace.processMono(&buffer[start], &buffer[start], block, false);
         start += block;
     }
     EXPECT_EQ(left, single);
     EXPECT_EQ(right, single);
+    EXPECT_EQ(buffer, single);
 
     // With steady controls the block boundaries do not show in the output.
     const auto run = [&signal](std::initializer_list<int> blocks) {
