@@ -109,26 +109,31 @@ struct Detector
         // magnitude, or the mean magnitude of two.
         using Lanes = FloatLanes<width>;
         alignas(64) float levels[chunkFrames];
+        typename Lanes::Mask notFinite = {};
         for (int i = 0; i < frames; i += width)
         {
             const int count = frames - i < width ? frames - i : width;
             const auto read = [count, i](const float* channel) {
                 return count == width ? Lanes::load(channel + i) : Lanes::loadPartial(channel + i, count);
             };
+            typename Lanes::Float level;
             if constexpr (channels == 2)
-                Lanes::store(levels + i, (Lanes::abs(read(left)) + Lanes::abs(read(right))) * 0.5f);
+                level = (Lanes::abs(read(left)) + Lanes::abs(read(right))) * 0.5f;
             else
-                Lanes::store(levels + i, Lanes::abs(read(left)));
+                level = Lanes::abs(read(left));
+            notFinite |= ~Lanes::isFinite(level);
+            Lanes::store(levels + i, level);
         }
+        const bool everyLevelFinite = !Lanes::any(notFinite);
 
         const bool ramping = !(standing(outputGain, steps.outputGain) && standing(attackAmount, steps.attack)
                                && standing(releaseAmount, steps.release) && standing(drive, steps.drive));
         if (ramping)
-            followFrames<true, false>(levels, frames, record);
+            followFramesChecked<true, false>(levels, frames, record, everyLevelFinite);
         else if (releaseAmount < 0.0f)
-            followFrames<false, true>(levels, frames, record);
+            followFramesChecked<false, true>(levels, frames, record, everyLevelFinite);
         else
-            followFrames<false, false>(levels, frames, record);
+            followFramesChecked<false, false>(levels, frames, record, everyLevelFinite);
         for (int i = frames; i % width != 0; ++i)
         {
             record.fast[i] = record.slow[i] = record.sustain[i] = record.follower[i] = 0.0f;
@@ -150,7 +155,17 @@ struct Detector
     // a standing negative release amount (`followerJumps`) then makes the follower close in all
     // the way at every frame, with no test of its lag. The loop runs on locals, not fields: the
     // record's stores cannot alias them, so they stay in registers across the frames.
+    // A chunk whose levels are all finite, the usual case, runs without the per-frame test.
     template <bool ramping, bool followerJumps>
+    void followFramesChecked(const float* levels, int frames, ChunkRecord& record, bool everyLevelFinite)
+    {
+        if (everyLevelFinite)
+            followFrames<ramping, followerJumps, false>(levels, frames, record);
+        else
+            followFrames<ramping, followerJumps, true>(levels, frames, record);
+    }
+
+    template <bool ramping, bool followerJumps, bool checkFinite>
     void followFrames(const float* levels, int frames, ChunkRecord& record)
     {
         float fastNow = fast, slowNow = slow, sustainNow = sustain, releaseNow = release, followerNow = follower;
@@ -159,8 +174,8 @@ struct Detector
         for (int i = 0; i < frames; ++i)
         {
             const float level = levels[i];
-            // The level is a magnitude, so this is false exactly for infinities and NaN.
-            if (level <= std::numeric_limits<float>::max())
+            // The level is a magnitude, so the test is false exactly for infinities and NaN.
+            if (!checkFinite || level <= std::numeric_limits<float>::max())
             {
                 fastNow = level > fastNow ? level : fastNow * fall;
                 slowNow = level > slowNow ? slowNow + (level - slowNow) * rise : slowNow * fall;
