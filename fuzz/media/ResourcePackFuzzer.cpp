@@ -28,8 +28,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         pack.getString(name);
         pack.getMemoryBlock(name);
         pack.getSample(name);
-        const Image image = pack.getImage(name);
-        hasNullPicture = hasNullPicture || (entry->getType() == Resource::imageType && image.isNull());
+        pack.getImage(name);
+        // The entry's own picture: a name may stand twice, and the lookup finds only the first.
+        const Image* image = entry->getImage();
+        hasNullPicture = hasNullPicture || (image != nullptr && image->isNull());
     }
 
     MemoryStream output;
