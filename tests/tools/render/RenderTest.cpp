@@ -29,6 +29,7 @@ RenderTest::Audio RenderTest::readAudio(const std::string& file) const
     }
     audio.channels = info.channels;
     audio.sampleRate = info.samplerate;
+    audio.format = info.format;
     audio.samples.resize(static_cast<std::size_t>(info.frames * info.channels));
     sf_readf_float(handle, audio.samples.data(), info.frames);
     sf_close(handle);

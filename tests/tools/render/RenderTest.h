@@ -14,6 +14,7 @@ public:
     {
         int channels = 0;
         int sampleRate = 0;
+        int format = 0;              // libsndfile's major type and subtype, as read
         std::vector<float> samples;  // interleaved
     };
 
