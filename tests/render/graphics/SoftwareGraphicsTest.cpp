@@ -2,15 +2,33 @@
 
 #include "GoldenImage.h"
 #include "PixelAssertions.h"
+#include "render/graphics/Alignment.h"
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
+using q1framework::Alignment;
 using q1framework::Array;
 using q1framework::Colour;
 using q1framework::Image;
 using q1framework::Point;
 using q1framework::Rectangle;
 using q1framework::SoftwareGraphics;
+
+TEST(AlignmentTest, EveryValuePlacesTheBoxAndCentringRoundsTowardsZero)
+{
+    // A 5 by 3 box in (10, 20, 20, 14): centre x 10 + (20 - 5) / 2 = 17, centre y 20 + 11 / 2 = 25,
+    // right 10 + 20 - 5 = 25, bottom 20 + 14 - 3 = 31. Values outside the list centre.
+    const Rectangle area(10, 20, 20, 14);
+    const int cases[][3] = {{0, 10, 20}, {1, 25, 20}, {2, 17, 25}, {3, 17, 20}, {4, 17, 31}, {5, 10, 25},
+                            {6, 25, 25}, {7, 10, 31}, {8, 25, 31}, {12, 17, 25}, {-1, 17, 25}};
+    for (const auto& [value, x, y] : cases)
+        EXPECT_EQ(getAlignedBox(area, Point(5, 3), static_cast<Alignment>(value)), Rectangle(x, y, 5, 3)) << value;
+    EXPECT_EQ(getAlignedBox(area, Point(5, 3), Alignment::Stretch), area);
+    // A larger box overhangs one pixel further right than left: (4 - 7) / 2 = -1, not -2.
+    EXPECT_EQ(getAlignedBox(Rectangle(0, 0, 4, 4), Point(7, 7), Alignment::Centre), Rectangle(-1, -1, 7, 7));
+}
 
 TEST(SoftwareGraphicsTest, TheClipFollowsTheOriginAndAnEmptyClipStopsAllDrawing)
 {
@@ -51,8 +69,9 @@ TEST(SoftwareGraphicsTest, TheClipFollowsTheOriginAndAnEmptyClipStopsAllDrawing)
     graphics.fillRect(Rectangle(-16, -18, 40, 40), red, false);
     graphics.drawPoints(points, 1.5f);
     const PixelValue redPixel{0, 0, 255, 255};
-    expectPixels(image, Point(), {{2, 3, redPixel}, {11, 12, redPixel}, {1, 3, clearPixel}, {12, 12, clearPixel},
-                                  {11, 13, clearPixel}, {10, 5, {0x44, 0x33, 0x22, 0x11}}, {0, 1, clearPixel}});
+    for (const auto& [x, y, pixel] : {std::tuple{2, 3, redPixel}, {11, 12, redPixel}, {1, 3, clearPixel}, {12, 12, clearPixel},
+                                      {11, 13, clearPixel}, {10, 5, PixelValue{0x44, 0x33, 0x22, 0x11}}, {0, 1, clearPixel}})
+        EXPECT_EQ(readPixel(image, x, y), pixel) << x << ", " << y;
 
     // A clip beyond the buffer: drawing stops at the buffer's edges.
     graphics.setClip(Rectangle(-20, -20, 100, 100), false);
