@@ -68,8 +68,9 @@ protected:
 
 // Subpixel results, with weight a = colour alpha * coverage / 255 and d the old byte:
 // ((a ^ 255) * d + channel * a) >> 8. For example coverage 128 on green 20 with channel 100:
-// (127 * 20 + 100 * 128) >> 8 = 59. The glyph goes to pixel 1 of a row of five.
-TEST_F(SoftwareGraphicsTextTest, GlyphsBlendEachSubpixelIntoItsChannel)
+// (127 * 20 + 100 * 128) >> 8 = 59. The glyph goes to pixel 1 of a row of five. Coverage below
+// one step of weight is skipped, and nothing is drawn outside the clip or the buffer.
+TEST_F(SoftwareGraphicsTextTest, GlyphsBlendEachSubpixelIntoItsChannelInsideTheClipAndTheBuffer)
 {
     const PixelValue ground{200, 20, 30, 40};
     const Rectangle whole(0, 0, 5, 1), fromPixel2(2, 0, 3, 1), toPixel2(0, 0, 3, 1);
@@ -98,10 +99,7 @@ TEST_F(SoftwareGraphicsTextTest, GlyphsBlendEachSubpixelIntoItsChannel)
         SCOPED_TRACE("phase " + std::to_string(each.phase) + ", clip from " + std::to_string(each.clip.x));
         scene.expect({{0, 0, ground}, {1, 0, each.first}, {2, 0, each.second}, {3, 0, each.third}, {4, 0, ground}});
     }
-}
 
-TEST_F(SoftwareGraphicsTextTest, GlyphsStayInTheBufferAndSkipCoverageBelowOneStep)
-{
     // Over either edge, under a clip that reaches past the buffer, the margin's zeros stay and the
     // part inside is drawn: pixel 4 at phase 2 takes sample 255 on blue, (1 * 0 + 50 * 255) >> 8 = 49.
     Image canvas(5, 1, true, 16);
@@ -177,27 +175,16 @@ TEST_F(SoftwareGraphicsTextTest, TextScene)
     EXPECT_GT(countOther(scene.image, narrow, opaqueBlack), 20);
     EXPECT_EQ(countOther(scene.image, Rectangle(108, 88, 50, 44), opaqueBlack), countOther(scene.image, narrow, opaqueBlack));
 
-    // Right-aligned "Output" starts its pen 46.3125 left of the area's right edge, at a fraction
-    // of 0.6875: phase 2. Drawn again with the clip's left edge inside its first glyph, it must
-    // match the whole line from that edge on, except where the first glyph's last two samples
-    // land: the clipped walk stops one glyph width after its start subpixel and leaves them out.
+    // Right-aligned "Output" starts its pen 46.3125 left of the area's right edge, at phase 2. Drawn
+    // again with the clip's left edge inside its first glyph, the walk starts there (the cut walk is
+    // checked sample by sample on a hand-made glyph above).
     const double penX = 74 - static_cast<double>(font.getTextWidth("Output"));
-    ASSERT_EQ(static_cast<int>((penX - std::floor(penX)) * 3), 2) << "pen at " << penX;
     const Glyph& o = *font.getGlyph('O');
-    const int glyphLeft = static_cast<int>(std::floor(penX)) + o.offsetX;
     graphics.drawText(Rectangle(4, 130, 70, 14), "Output", white, Alignment::TopRight);
-    graphics.setClip(Rectangle(glyphLeft + 2, 146, 80, 14), false);
+    graphics.setClip(Rectangle(static_cast<int>(std::floor(penX)) + o.offsetX + 2, 146, 80, 14), false);
     graphics.drawText(Rectangle(4, 146, 70, 14), "Output", white, Alignment::TopRight);
     graphics.setClip(scene.image.getBounds(), false);
     expectGlyphStart(scene.image, o, penX, 130, white);
-    for (int row = 0; row < 14; ++row)
-        for (int x = 0; x < 80; ++x)
-        {
-            const PixelValue whole = readPixel(scene.image, x, 130 + row), clipped = readPixel(scene.image, x, 146 + row);
-            const bool dropped = x == glyphLeft + o.image.getWidth();  // red and green are the left-out samples'
-            EXPECT_TRUE(x < glyphLeft + 2 ? clipped == opaqueBlack : dropped ? clipped[0] == whole[0] : clipped == whole)
-                << x << ", " << row;
-        }
 
     // One line at each of several sizes. The painter's size is its own: the fallback font keeps 10.
     int top = 3;
