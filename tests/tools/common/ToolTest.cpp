@@ -39,6 +39,14 @@ std::vector<std::string> ToolTest::files() const
     return names;
 }
 
+std::map<std::string, std::string> ToolTest::contents() const
+{
+    std::map<std::string, std::string> all;
+    for (const std::string& name : files())
+        all[name] = std::filesystem::is_directory(path(name)) ? "(a folder)" : read(name);
+    return all;
+}
+
 ToolTest::Run ToolTest::run(const std::vector<std::string>& arguments, const std::vector<std::string>& environment) const
 {
     std::vector<std::string> texts = {program};

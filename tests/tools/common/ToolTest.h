@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,6 +35,8 @@ protected:
     std::string read(const std::string& name) const;
     // The names in the test's folder, sorted: what a run left behind.
     std::vector<std::string> files() const;
+    // Each of files() with its bytes: what a run that must write nothing is checked against.
+    std::map<std::string, std::string> contents() const;
 
     // Runs the program with `arguments` in the test's folder; `environment` entries
     // ("NAME=value") replace or add to this process's. Its output goes to files beside the
