@@ -9,7 +9,6 @@
 #include <set>
 #include <string>
 #include <tuple>
-#include <utility>
 #include <vector>
 
 using namespace q1framework;
@@ -17,19 +16,14 @@ using namespace EffectCalls;
 
 namespace
 {
-std::vector<char> bytesOf(const std::string& text)
-{
-    return std::vector<char>(text.begin(), text.end());
-}
-
 // A state chunk around a document: "VC2!", the little-endian length, the text and its zero.
-std::vector<char> chunkOf(const std::string& text)
+std::string chunkOf(const std::string& text)
 {
     const uint32_t length = static_cast<uint32_t>(text.size() + 1);
     std::string chunk = "VC2!";
     for (int shift = 0; shift < 32; shift += 8)
         chunk += static_cast<char>((length >> shift) & 0xFF);
-    return bytesOf(chunk + text + '\0');
+    return chunk + text + '\0';
 }
 
 // The dynamic symbols a shared object defines, as `nm -D --defined-only` lists them.
@@ -62,12 +56,6 @@ protected:
         return host.text(effGetParamDisplay, index);
     }
 
-    std::string chunkText()
-    {
-        const std::vector<char> chunk = getChunk(effect);
-        return std::string(chunk.begin(), chunk.end());
-    }
-
     // One block of `frames` of the steady level `level` on both channels; the left output.
     std::vector<float> steadyBlock(int frames, float level)
     {
@@ -85,21 +73,15 @@ protected:
 
 TEST_F(Kelvane, RecordAndIdentityAreThoseOfAStereoEffectWithChunksAndAnEditor)
 {
-    EXPECT_EQ(effect->magic, kEffectMagic);
-    // editor, replacing, program chunks, no sound in stop
-    EXPECT_EQ(effect->flags, 0x231);
-    EXPECT_EQ(effect->numInputs, 2);
-    EXPECT_EQ(effect->numOutputs, 2);
-    EXPECT_EQ(effect->numParams, 7);
-    EXPECT_EQ(effect->numPrograms, 1);
-    EXPECT_EQ(effect->version, 1);
-    EXPECT_EQ(effect->initialDelay, 0);
-    EXPECT_EQ(effect->uniqueID, fourCharacterCode('K', 'e', 'L', 'v'));
+    // magic; flags: editor, replacing, program chunks, no sound in stop; inputs, outputs,
+    // parameters, programs, version, delay, ID
+    EXPECT_EQ(std::vector<VstInt32>({effect->magic, effect->flags, effect->numInputs, effect->numOutputs, effect->numParams,
+                                     effect->numPrograms, effect->version, effect->initialDelay, effect->uniqueID}),
+              std::vector<VstInt32>({kEffectMagic, 0x231, 2, 2, 7, 1, 1, 0, fourCharacterCode('K', 'e', 'L', 'v')}));
     EXPECT_EQ(effect->ioRatio, 1.0f);
     EXPECT_TRUE(effect->resvd1 == 0 && effect->resvd2 == 0 && effect->user == nullptr);
     EXPECT_TRUE(effect->process != nullptr && effect->processDoubleReplacing != nullptr);
-    for (char byte : effect->future)
-        ASSERT_EQ(byte, 0);
+    EXPECT_EQ(std::string(effect->future, sizeof effect->future), std::string(sizeof effect->future, '\0'));
     EXPECT_EQ(host.text(effGetEffectName), "Kelvane");
     EXPECT_EQ(host.text(effGetProductString), "Kelvane");
     EXPECT_EQ(host.text(effGetVendorString), "Morvenna Audio Technologies");
@@ -174,9 +156,8 @@ TEST_F(Kelvane, ChunkSavesAndLoadsValuesToSixDecimalsAndTheEditorSize)
     const float values[] = {0.1234567f, 0.9f, 1.0f, 0.0000004f, 0.25f, 0.75f, 0.333333f};
     for (VstInt32 index = 0; index < 7; ++index)
         effect->setParameter(effect, index, values[index]);
-    const std::vector<char> saved = getChunk(effect);
-    ASSERT_GT(saved.size(), 8u);
-    EXPECT_EQ(std::string(saved.begin(), saved.begin() + 4), "VC2!");
+    const std::string saved = getChunk(effect);
+    EXPECT_EQ(saved.substr(0, 4), "VC2!");
     EXPECT_EQ(getChunk(effect), saved);  // a second request gives the same content
 
     effect->setParameter(effect, attack, 0.1f);
@@ -188,40 +169,36 @@ TEST_F(Kelvane, ChunkSavesAndLoadsValuesToSixDecimalsAndTheEditorSize)
 
     // The editor size travels with the state; a chunk without it means the default size.
     setChunk(effect, chunkOf("<KELVANE uiWidthNew=\"1100\" uiHeightNew=\"257\"><Program attack=\"0.3\"/></KELVANE>"));
-    EXPECT_NE(chunkText().find("uiWidthNew=\"1100\" uiHeightNew=\"257\""), std::string::npos);
+    EXPECT_NE(getChunk(effect).find("uiWidthNew=\"1100\" uiHeightNew=\"257\""), std::string::npos);
     EXPECT_FLOAT_EQ(effect->getParameter(effect, attack), 0.3f);
     EXPECT_FLOAT_EQ(effect->getParameter(effect, drive), 0.333333f);  // a partial program is merged
     setChunk(effect, chunkOf("<KELVANE><Program/></KELVANE>"));
-    EXPECT_NE(chunkText().find("uiWidthNew=\"750\" uiHeightNew=\"175\""), std::string::npos);
+    EXPECT_NE(getChunk(effect).find("uiWidthNew=\"750\" uiHeightNew=\"175\""), std::string::npos);
 }
 
 TEST_F(Kelvane, DamagedChunksAnswerZeroAndChangeNothing)
 {
     effect->setParameter(effect, gain, 0.7f);
     setChunk(effect, chunkOf("<KELVANE uiWidthNew=\"900\" uiHeightNew=\"210\"><Program/></KELVANE>"));
-    const std::vector<char> good = getChunk(effect);
-    std::vector<char> noise(3000);
+    const std::string good = getChunk(effect);
+    std::string noise(3000, '\0');
     unsigned seed = 12345;
     for (char& byte : noise)
         byte = static_cast<char>((seed = seed * 1103515245u + 12345u) >> 16);
     const std::string other = "<KELVANE uiWidthNew=\"1400\"><Program gain=\"0.1\"/></KELVANE>";
-    std::vector<char> otherCase = chunkOf(other);
-    otherCase[0] = 'v';
-    std::vector<char> otherOrder = chunkOf(other);
-    std::swap(otherOrder[0], otherOrder[2]);
-    const std::vector<std::vector<char>> damaged = {
+    const std::string damaged[] = {
         noise,
-        std::vector<char>(good.begin(), good.begin() + static_cast<long>(good.size() / 2)),  // cut off
-        otherCase,
-        otherOrder,
-        bytesOf("VC2!"),                                           // shorter than the header
-        bytesOf(std::string("VC2!\0\0\0\0", 8) + other),           // a length of 0
+        good.substr(0, good.size() / 2),  // cut off
+        "v" + chunkOf(other).substr(1),    // the magic in another case
+        "2CV!" + chunkOf(other).substr(4),  // or byte order
+        "VC2!",                            // shorter than the header
+        std::string("VC2!\0\0\0\0", 8) + other,  // a length of 0
         chunkOf("not XML at all"),
         chunkOf("<KELVANE"),
         chunkOf("<KELVANO uiWidthNew=\"1400\"><Program gain=\"0.1\"/></KELVANO>"),  // another root
-        std::vector<char>(1, 0),
+        std::string(1, '\0'),
     };
-    for (const std::vector<char>& garbage : damaged)
+    for (const std::string& garbage : damaged)
     {
         EXPECT_EQ(setChunk(effect, garbage), 0);
         EXPECT_EQ(getChunk(effect), good);
@@ -240,7 +217,7 @@ TEST_F(Kelvane, DamagedChunksAnswerZeroAndChangeNothing)
 TEST_F(Kelvane, ProgramCallsLeaveTheProgramAlone)
 {
     effect->setParameter(effect, attack, 0.9f);
-    const std::vector<char> state = getChunk(effect);
+    const std::string state = getChunk(effect);
     for (VstIntPtr program : {1, -1, 0})
     {
         EXPECT_EQ(host.dispatch(effSetProgram, 0, program), 0);

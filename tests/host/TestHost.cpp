@@ -98,16 +98,14 @@ void processStereo(AEffect* effect, std::vector<float>& left, std::vector<float>
     effect->processReplacing(effect, channels, channels, static_cast<VstInt32>(left.size()));
 }
 
-std::vector<char> getChunk(AEffect* effect)
+std::string getChunk(AEffect* effect)
 {
     void* data = nullptr;
     const VstIntPtr size = effect->dispatcher(effect, effGetChunk, 0, 0, &data, 0.0f);
-    if (data == nullptr || size <= 0)
-        return {};
-    return std::vector<char>(static_cast<const char*>(data), static_cast<const char*>(data) + size);
+    return data != nullptr && size > 0 ? std::string(static_cast<const char*>(data), static_cast<std::size_t>(size)) : "";
 }
 
-VstIntPtr setChunk(AEffect* effect, std::vector<char> bytes)
+VstIntPtr setChunk(AEffect* effect, std::string bytes)
 {
     return effect->dispatcher(effect, effSetChunk, 0, static_cast<VstIntPtr>(bytes.size()), bytes.data(), 0.0f);
 }

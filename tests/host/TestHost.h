@@ -67,9 +67,9 @@ enum KelvaneParameter : q1framework::VstInt32
 // One block of processReplacing in place on two channels of equal length.
 void processStereo(q1framework::AEffect* effect, std::vector<float>& left, std::vector<float>& right);
 // The state chunk (effGetChunk), copied out of the effect's memory.
-std::vector<char> getChunk(q1framework::AEffect* effect);
+std::string getChunk(q1framework::AEffect* effect);
 // effSetChunk with a copy of `bytes`; answers the effect's answer.
-q1framework::VstIntPtr setChunk(q1framework::AEffect* effect, std::vector<char> bytes);
+q1framework::VstIntPtr setChunk(q1framework::AEffect* effect, std::string bytes);
 // Every parameter's value, by index.
 std::vector<float> parameters(q1framework::AEffect* effect);
 }  // namespace EffectCalls
