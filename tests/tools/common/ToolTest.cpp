@@ -1,14 +1,12 @@
 #include "ToolTest.h"
 
 #include <fcntl.h>
-#include <spawn.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <fstream>
 #include <iterator>
-
-extern char** environ;
 
 void ToolTest::SetUp()
 {
@@ -51,43 +49,34 @@ ToolTest::Run ToolTest::run(const std::vector<std::string>& arguments, const std
 {
     std::vector<std::string> texts = {program};
     texts.insert(texts.end(), arguments.begin(), arguments.end());
-    std::vector<std::string> environmentTexts(environment);
-    for (char** entry = environ; *entry != nullptr; ++entry)
-    {
-        const std::string text = *entry;
-        const std::string name = text.substr(0, text.find('=') + 1);
-        if (std::none_of(environment.begin(), environment.end(),
-                         [&](const std::string& given) { return given.compare(0, name.size(), name) == 0; }))
-            environmentTexts.push_back(text);
-    }
     std::vector<char*> argv;
     for (std::string& text : texts)
         argv.push_back(text.data());
     argv.push_back(nullptr);
-    std::vector<char*> envp;
-    for (std::string& text : environmentTexts)
-        envp.push_back(text.data());
-    envp.push_back(nullptr);
-
+    std::vector<std::string> variables = environment;
     const std::string outPath = folder.string() + ".out";
     const std::string errPath = folder.string() + ".err";
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, 1, outPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-    posix_spawn_file_actions_addopen(&actions, 2, errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-    posix_spawn_file_actions_addchdir_np(&actions, folder.c_str());
-    Run run;
-    pid_t child = 0;
-    if (posix_spawn(&child, program.c_str(), &actions, nullptr, argv.data(), envp.data()) == 0)
+    const pid_t child = fork();
+    if (child == 0)
     {
-        int status = 0;
-        waitpid(child, &status, 0);
-        run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        // The child: in the test's folder, with no input, its output in the files, the environment changed.
+        const int in = open("/dev/null", O_RDONLY);
+        const int out = open(outPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+        const int err = open(errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+        if (chdir(folder.c_str()) == 0 && dup2(in, 0) == 0 && dup2(out, 1) == 1 && dup2(err, 2) == 2)
+        {
+            for (std::string& variable : variables)
+                putenv(variable.data());
+            execv(program.c_str(), argv.data());
+        }
+        _exit(127);
     }
-    else
+    Run run;
+    int status = 0;
+    if (child > 0 && waitpid(child, &status, 0) == child)
+        run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    if (run.status == 127)
         ADD_FAILURE() << "cannot run " << program;
-    posix_spawn_file_actions_destroy(&actions);
     run.out = read(outPath);
     run.err = read(errPath);
     return run;

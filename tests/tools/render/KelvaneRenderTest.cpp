@@ -4,10 +4,7 @@
 
 #include "RenderTest.h"
 
-#include "dsp/DemoDrumLoop.h"
-
 #include <sndfile.h>
-
 #include <filesystem>
 
 using KelvaneRender = RenderTest;
@@ -78,20 +75,6 @@ TEST_F(KelvaneRender, FlacOutputIsChosenByTheExtensionAndIntegerInputIsRead)
     // The 24-bit output is exact to about one step of 1/8388608.
     for (std::size_t sample = 0; sample < dry.samples.size(); ++sample)
         ASSERT_NEAR(wet.samples[sample], dry.samples[sample] * 0.5, 2.0 / 8388608.0) << "sample " << sample;
-}
-
-TEST_F(KelvaneRender, DemoRendersTheBuiltInDrumLoop)
-{
-    ASSERT_EQ(gain({"--demo", "--set", "Gain=0.25", "out.wav"}).status, 0);
-    const Audio wet = readAudio("out.wav");
-    const DemoDrumLoop loop;
-    EXPECT_EQ(wet.sampleRate, DemoDrumLoop::sampleRate);
-    ASSERT_EQ(wet.samples.size(), 2u * DemoDrumLoop::frameCount);
-    for (int frame = 0; frame < DemoDrumLoop::frameCount; ++frame)
-    {
-        ASSERT_EQ(wet.samples[2 * frame], loop.left()[frame] * 0.5f) << "frame " << frame;
-        ASSERT_EQ(wet.samples[2 * frame + 1], loop.right()[frame] * 0.5f) << "frame " << frame;
-    }
 }
 
 TEST_F(KelvaneRender, StateFileIsReplacedWithForceAndComesBack)

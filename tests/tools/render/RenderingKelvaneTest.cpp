@@ -3,6 +3,7 @@
 
 #include "PresetFile.h"
 #include "RenderTest.h"
+#include "dsp/DemoDrumLoop.h"
 
 #include <algorithm>
 #include <cmath>
@@ -77,19 +78,27 @@ TEST_F(RenderingKelvane, ListShowsTheSevenParametersAndSettingsByNameOrIndexCome
         EXPECT_NE(loaded.out.find(line), std::string::npos) << loaded.out;
 }
 
-TEST_F(RenderingKelvane, AttackSettingsRaiseAndLowerTheOnsetsAndBypassPassesTheInput)
+TEST_F(RenderingKelvane, AttackSettingsRaiseAndLowerTheOnsetsAndBypassPassesTheDemoLoop)
 {
     const RenderTest::Audio dry = hits();
     writeAudio("hits.wav", dry);
     ASSERT_EQ(kelvane({"hits.wav", "default.wav"}).status, 0);
     ASSERT_EQ(kelvane({"--set", "Attack=1", "hits.wav", "attack-up.wav"}).status, 0);
     ASSERT_EQ(kelvane({"--set", "Attack=0", "hits.wav", "attack-down.wav"}).status, 0);
-    ASSERT_EQ(kelvane({"--set", "Bypass=1", "--block", "300", "hits.wav", "bypassed.wav"}).status, 0);
 
     const double neutral = onsetPeak(readAudio("default.wav"));
     // At the centre the shaper leaves the level alone (the drive stage is all but linear here).
     EXPECT_NEAR(neutral / onsetPeak(dry), 1.0, 0.02);
     EXPECT_GT(onsetPeak(readAudio("attack-up.wav")), 1.5 * neutral);
     EXPECT_LT(onsetPeak(readAudio("attack-down.wav")), 0.8 * neutral);
-    EXPECT_EQ(readAudio("bypassed.wav").samples, dry.samples);
+
+    // Bypassed, it passes the input as it is: here the built-in demo loop.
+    ASSERT_EQ(kelvane({"--demo", "--set", "Bypass=1", "--block", "300", "bypassed.wav"}).status, 0);
+    const DemoDrumLoop loop;
+    std::vector<float> interleaved;
+    for (int frame = 0; frame < DemoDrumLoop::frameCount; ++frame)
+        interleaved.insert(interleaved.end(), {loop.left()[frame], loop.right()[frame]});
+    const Audio bypassed = readAudio("bypassed.wav");
+    EXPECT_EQ(bypassed.sampleRate, DemoDrumLoop::sampleRate);
+    EXPECT_EQ(bypassed.samples, interleaved);
 }
