@@ -41,22 +41,6 @@ std::string encode(const Image& picture)
     return encodePng(picture, bytes).empty() ? bytes : std::string();
 }
 
-bool differ(const Image& first, const Image& second, int x, int y)
-{
-    return std::memcmp(first.getPixelPointer(x, y), second.getPixelPointer(x, y), 4) != 0;
-}
-
-// How many pixels of two pictures of the same size differ, and the first of them.
-int countDifferences(const Image& first, const Image& second, int& x, int& y)
-{
-    int count = 0;
-    for (int row = 0; row < first.getHeight(); ++row)
-        for (int column = 0; column < first.getWidth(); ++column)
-            if (differ(first, second, column, row) && count++ == 0)
-                x = column, y = row;
-    return count;
-}
-
 std::string describePixel(const Image& picture, int x, int y)
 {
     const uint8_t* pixel = picture.getPixelPointer(x, y);
@@ -65,19 +49,23 @@ std::string describePixel(const Image& picture, int x, int y)
     return text.str();
 }
 
-// Red where the pictures differ (or where only the actual one has a pixel), elsewhere a faint grey
-// of the expected picture.
-Image makeDifference(const Image& actual, const Image& expected)
+// How many pixels of actual differ from expected (or lie outside it), and the first of them; the
+// difference picture is red there, elsewhere a faint grey of the expected picture.
+Image compare(const Image& actual, const Image& expected, int& count, int& x, int& y)
 {
     Image difference(actual.getSize(), true);
-    for (int y = 0; y < actual.getHeight(); ++y)
-        for (int x = 0; x < actual.getWidth(); ++x)
+    count = 0;
+    for (int row = 0; row < actual.getHeight(); ++row)
+        for (int column = 0; column < actual.getWidth(); ++column)
         {
-            const bool same = x < expected.getWidth() && y < expected.getHeight() && !differ(actual, expected, x, y);
-            const uint8_t* pixel = same ? expected.getPixelPointer(x, y) : nullptr;
+            const uint8_t* pixel = column < expected.getWidth() && row < expected.getHeight()
+                                       ? expected.getPixelPointer(column, row) : nullptr;
+            const bool same = pixel != nullptr && std::memcmp(actual.getPixelPointer(column, row), pixel, 4) == 0;
+            if (!same && count++ == 0)
+                x = column, y = row;
             const auto grey = static_cast<uint8_t>(same ? 192 + (pixel[0] + pixel[1] + pixel[2]) / 12 : 0);
             const uint8_t out[4] = {grey, grey, same ? grey : uint8_t(255), 255};
-            std::memcpy(difference.getPixelPointer(x, y), out, 4);
+            std::memcpy(difference.getPixelPointer(column, row), out, 4);
         }
     return difference;
 }
@@ -97,9 +85,10 @@ namespace GoldenImage
     if (encoded.empty())
         return ::testing::AssertionFailure() << "the scene " << name << " cannot be written as PNG";
     // The PNG must give back the very bytes, or a golden could never be compared exactly.
+    int count = 0, x = 0, y = 0;
     const Image roundTrip = decode(encoded);
-    int x = 0, y = 0, count = 0;
-    if (roundTrip.getSize() != picture.getSize() || (count = countDifferences(picture, roundTrip, x, y)) > 0)
+    compare(picture, roundTrip, count, x, y);
+    if (count > 0 || roundTrip.getSize() != picture.getSize())
         return ::testing::AssertionFailure() << "the scene " << name << " has " << count
                                              << " pixels that a PNG cannot hold (colour above alpha), the first at ("
                                              << x << ", " << y << ") " << describePixel(picture, x, y);
@@ -120,14 +109,14 @@ namespace GoldenImage
         return ::testing::AssertionFailure() << "no golden picture " << golden << " (run with Q1_UPDATE_GOLDENS=1 to "
                                              << "make it); the scene is in " << actualPath;
     }
+    const Image difference = compare(picture, expected, count, x, y);
     const bool sameSize = expected.getSize() == picture.getSize();
-    if (sameSize && (count = countDifferences(picture, expected, x, y)) == 0)
+    if (sameSize && count == 0)
         return ::testing::AssertionSuccess();
 
-    const Path expectedPath = output / (name + ".expected.png"), differencePath = output / (name + ".diff.png");
+    const Path differencePath = output / (name + ".diff.png");
     writeFile(actualPath, encoded);
-    writeFile(expectedPath, encode(expected));
-    writeFile(differencePath, encode(makeDifference(picture, expected)));
+    writeFile(differencePath, encode(difference));
     auto failure = ::testing::AssertionFailure() << "the scene differs from " << golden << ": ";
     if (sameSize)
         failure << count << " pixels, the first at (" << x << ", " << y << "): " << describePixel(picture, x, y)
@@ -135,7 +124,6 @@ namespace GoldenImage
     else
         failure << "size " << picture.getWidth() << " x " << picture.getHeight() << " instead of "
                 << expected.getWidth() << " x " << expected.getHeight();
-    return failure << "\n  actual:     " << actualPath << "\n  expected:   " << expectedPath
-                   << "\n  difference: " << differencePath;
+    return failure << "\n  actual:     " << actualPath << "\n  difference: " << differencePath;
 }
 }  // namespace GoldenImage

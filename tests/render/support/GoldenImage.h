@@ -13,9 +13,9 @@
 //
 // With the environment variable Q1_UPDATE_GOLDENS=1 the picture is written as the new golden
 // instead, and the comparison passes. When a golden is missing or differs, the test fails and
-// writes <TestName>.actual.png, <TestName>.expected.png (when there is one) and
-// <TestName>.diff.png (differing pixels red, equal ones a faint grey of the expected picture)
-// into golden/<feature>/ under the test's build folder, naming their paths in the failure.
+// writes <TestName>.actual.png and, when there is a golden, <TestName>.diff.png (differing pixels
+// red, equal ones a faint grey of the golden) into golden/<feature>/ under the test's build
+// folder, naming their paths in the failure.
 namespace GoldenImage
 {
 ::testing::AssertionResult matchesGolden(const q1framework::Image& picture, const char* feature);
