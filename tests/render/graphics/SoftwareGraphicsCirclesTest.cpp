@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <tuple>
 
@@ -71,8 +72,6 @@ TEST(SoftwareGraphicsCirclesTest, CirclesScene)
     scene.expect({{2, 2, opaqueBlack}, {3, 3, opaqueWhite}, {2, 5, opaqueWhite}, {2, 4, whiteOverBlack(213)},
                   {13, 11, opaqueBlack}, {13, 9, whiteOverBlack(213)}, {13, 8, opaqueWhite}, {7, 2, opaqueWhite},
                   {2, 7, opaqueWhite}, {13, 6, opaqueWhite}});
-    EXPECT_EQ(countOther(scene.image, Rectangle(22, 23, 16, 1), opaqueBlack), 0);
-    EXPECT_EQ(countOther(scene.image, Rectangle(22, 34, 16, 1), opaqueBlack), 0);
 
     scene.moveTo(0, 0);
     graphics.fillRoundedRect(Rectangle(42, 22, 40, 20), 8, Colour(90, 140, 255, 255));
@@ -108,10 +107,7 @@ TEST(SoftwareGraphicsCirclesTest, RoundedRectanglePartsCoverEachPixelOnce)
         for (int y = 0; y < 20; ++y)
             for (int x = 0; x < 24; ++x)
             {
-                bool inCorner = false;
-                for (const Rectangle& square : squares)
-                    inCorner = inCorner || square.contains({x, y});
-                if (inCorner)
+                if (std::any_of(squares, squares + 4, [&](const Rectangle& square) { return square.contains({x, y}); }))
                     continue;
                 ASSERT_EQ(readPixel(scene.image, x, y), area.contains({x, y}) ? whiteOverBlack(100) : opaqueBlack)
                     << x << ", " << y << " with radii " << topLeft << topRight << bottomLeft << bottomRight;

@@ -42,18 +42,21 @@ Image randomPicture(std::mt19937& random, int width, int height)
     return image;
 }
 
-// One filtered pixel as the passes state it: per channel, each tap floor(byte * 16 * coefficient
-// / 65536), the sum kept in 16 bits, divided by 8 rounding down, limited to 0..255; then colour
-// limited to alpha.
-PixelValue filterPixel(const std::vector<PixelValue>& taps, const std::vector<int>& coefficients)
+// One filtered pixel as the passes state it, with the coefficients of filter at position: per
+// channel, each tap floor(byte * 16 * coefficient / 65536), the sum kept in 16 bits, divided by 8
+// rounding down, limited to 0..255; then colour limited to alpha.
+PixelValue filterPixel(const std::vector<PixelValue>& taps, const ResamplingFilter& filter, float position)
 {
-    PixelValue result{};
+    PixelValue sums{}, result{};
+    for (size_t tap = 0; tap < taps.size(); ++tap)
+    {
+        const int coefficient = filter.computeCoefficient(position - std::floor(position), int(tap));
+        for (size_t channel = 0; channel < 4; ++channel)
+            sums[channel] += static_cast<int>(std::floor(taps[tap][channel] * 16.0 * coefficient / 65536.0));
+    }
     for (size_t channel = 0; channel < 4; ++channel)
     {
-        int sum = 0;
-        for (size_t tap = 0; tap < taps.size(); ++tap)
-            sum += static_cast<int>(std::floor(taps[tap][channel] * 16.0 * coefficients[tap] / 65536.0));
-        const auto wrapped = static_cast<int16_t>(static_cast<uint16_t>(sum));
+        const auto wrapped = static_cast<int16_t>(static_cast<uint16_t>(sums[channel]));
         result[channel] = std::clamp(static_cast<int>(std::floor(wrapped / 8.0)), 0, 255);
     }
     for (size_t channel = 0; channel < 3; ++channel)
@@ -61,30 +64,19 @@ PixelValue filterPixel(const std::vector<PixelValue>& taps, const std::vector<in
     return result;
 }
 
-// The first source pixel and the coefficients of count outputs from first on: the position starts
-// at first * scale and grows by scale, in float.
-struct Run
+// The source position of output first + index of a pass that starts at first: first * scale, then
+// scale added index times, in float.
+float positionOf(const ResamplingFilter& filter, int first, int index)
 {
-    std::vector<int> starts;
-    std::vector<std::vector<int>> coefficients;
-};
-
-Run makeRun(const ResamplingFilter& filter, int first, int count)
-{
-    Run run;
     float position = static_cast<float>(first) * filter.getScale();
-    for (int index = 0; index < count; ++index, position += filter.getScale())
-    {
-        run.starts.push_back(static_cast<int>(position) - filter.getTaps() / 2);
-        run.coefficients.emplace_back();
-        for (int tap = 0; tap < filter.getTaps(); ++tap)
-            run.coefficients.back().push_back(filter.computeCoefficient(position - std::floor(position), tap));
-    }
-    return run;
+    while (index-- > 0)
+        position += filter.getScale();
+    return position;
 }
 
 // resampleImage written out pixel by pixel, rectangle by rectangle: across, then down the lines
-// that pass gives, source pixels outside the picture clear.
+// that pass gives, source pixels outside the picture clear. A pass's taps start taps / 2 before
+// its position's whole part.
 void resampleByDefinition(const Image& source, Image& destination, const std::vector<Rectangle>& rectangles, int quality)
 {
     const ResamplingFilter across(source.getWidth(), destination.getWidth(), quality);
@@ -95,23 +87,22 @@ void resampleByDefinition(const Image& source, Image& destination, const std::ve
         // Pixels come in pairs: an odd width writes one more when the line (margin included) has room.
         const int paired = area.w + area.w % 2;
         const int written = area.x + paired <= destination.getWidth() + destination.getMargin() ? paired : area.w;
-        const Run horizontal = makeRun(across, area.x, written), vertical = makeRun(down, area.y, area.h);
         for (int row = 0; row < area.h; ++row)
             for (int column = 0; column < written; ++column)
             {
-                std::vector<PixelValue> taps;
-                for (int tap = 0; tap < down.getTaps(); ++tap)
+                const float x = positionOf(across, area.x, column), y = positionOf(down, area.y, row);
+                std::vector<PixelValue> lines;
+                for (int line = int(y) - down.getTaps() / 2; int(lines.size()) < down.getTaps(); ++line)
                 {
-                    const int line = vertical.starts[size_t(row)] + tap;
                     std::vector<PixelValue> pixels;
-                    for (int x = horizontal.starts[size_t(column)]; int(pixels.size()) < across.getTaps(); ++x)
+                    for (int pixel = int(x) - across.getTaps() / 2; int(pixels.size()) < across.getTaps(); ++pixel)
                     {
-                        const bool inside = x >= 0 && line >= 0 && x < source.getWidth() && line < source.getHeight();
-                        pixels.push_back(inside ? readPixel(source, x, line) : clearPixel);
+                        const bool inside = pixel >= 0 && line >= 0 && pixel < source.getWidth() && line < source.getHeight();
+                        pixels.push_back(inside ? readPixel(source, pixel, line) : clearPixel);
                     }
-                    taps.push_back(filterPixel(pixels, horizontal.coefficients[size_t(column)]));
+                    lines.push_back(filterPixel(pixels, across, x));
                 }
-                const PixelValue result = filterPixel(taps, vertical.coefficients[size_t(row)]);
+                const PixelValue result = filterPixel(lines, down, y);
                 std::copy(result.begin(), result.end(), destination.getPixelPointer(area.x + column, area.y + row));
             }
     }
