@@ -9,6 +9,7 @@
 #include <set>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 using namespace q1framework;
@@ -50,12 +51,6 @@ protected:
         effect = host.effect;
     }
 
-    std::string display(VstInt32 index, float value)
-    {
-        effect->setParameter(effect, index, value);
-        return host.text(effGetParamDisplay, index);
-    }
-
     // One block of `frames` of the steady level `level` on both channels; the left output.
     std::vector<float> steadyBlock(int frames, float level)
     {
@@ -71,7 +66,7 @@ protected:
 };
 }  // namespace
 
-TEST_F(Kelvane, RecordAndIdentityAreThoseOfAStereoEffectWithChunksAndAnEditor)
+TEST_F(Kelvane, RecordIdentityAndEditorRectangleAreThoseOfAStereoEffectWithChunksAndAnEditor)
 {
     // magic; flags: editor, replacing, program chunks, no sound in stop; inputs, outputs,
     // parameters, programs, version, delay, ID
@@ -93,20 +88,26 @@ TEST_F(Kelvane, RecordAndIdentityAreThoseOfAStereoEffectWithChunksAndAnEditor)
     EXPECT_EQ(host.text(effGetParamLabel, gain), "");
     // Only the entry points are visible: two plug-ins of the framework share a process safely.
     EXPECT_EQ(exportedSymbols(KELVANE_PLUGIN), (std::set<std::string>{"CreateEngine", "VSTPluginMain", "main_macho"}));
+    // The editor's rectangle is the initial one, and no editor opens in this host.
+    ERect* rect = nullptr;
+    ASSERT_EQ(host.dispatch(effEditGetRect, 0, 0, &rect), 1);
+    ASSERT_NE(rect, nullptr);
+    EXPECT_EQ(std::vector<int>({rect->top, rect->left, rect->bottom, rect->right}), std::vector<int>({0, 0, 1000, 1000}));
+    int parent = 0;
+    EXPECT_EQ(host.dispatch(effEditOpen, 0, 0, &parent), 0);
+    host.dispatch(effEditIdle);
+    host.dispatch(effEditClose);
 }
 
 TEST_F(Kelvane, CanDoAnswersYesForItsFiveCapabilitiesAndDontKnowForTheRest)
 {
-    for (const char* yes : {"sendVstEvents", "receiveVstEvents", "sendVstMidiEvent", "receiveVstMidiEvent",
-                            "receiveVstTimeInfo"})
+    const std::pair<const char*, VstIntPtr> answers[] = {
+        {"sendVstEvents", 1}, {"receiveVstEvents", 1}, {"sendVstMidiEvent", 1}, {"receiveVstMidiEvent", 1},
+        {"receiveVstTimeInfo", 1}, {"bypass", 0}, {"SendVstEvents", 0}, {"sendVstEvents ", 0}, {"offline", 0}, {"", 0}};
+    for (const auto& [name, answer] : answers)
     {
-        std::string text = yes;
-        EXPECT_EQ(host.dispatch(effCanDo, 0, 0, text.data()), 1) << yes;
-    }
-    for (const char* unknown : {"bypass", "SendVstEvents", "sendVstEvents ", "offline", ""})
-    {
-        std::string text = unknown;
-        EXPECT_EQ(host.dispatch(effCanDo, 0, 0, text.data()), 0) << unknown;
+        std::string text = name;
+        EXPECT_EQ(host.dispatch(effCanDo, 0, 0, text.data()), answer) << name;
     }
 }
 
@@ -129,7 +130,8 @@ TEST_F(Kelvane, ParameterNamesAndTextsAtTheirBoundaries)
     };
     for (const auto& [index, value, text] : texts)
     {
-        EXPECT_EQ(display(index, value), text) << index << " at " << value;
+        effect->setParameter(effect, index, value);
+        EXPECT_EQ(host.text(effGetParamDisplay, index), text) << index << " at " << value;
         EXPECT_EQ(effect->getParameter(effect, index), value);
     }
 }
@@ -151,7 +153,7 @@ TEST_F(Kelvane, AutomationReachesTheSoundInTheNextBlock)
     EXPECT_NEAR(steadyBlock(frames, 0.1f)[0] / unity, 2.818383f, 1e-3f);
 }
 
-TEST_F(Kelvane, ChunkSavesAndLoadsValuesToSixDecimalsAndTheEditorSize)
+TEST_F(Kelvane, ChunkSavesAndLoadsValuesToSixDecimalsAndTheEditorSizeAndProgramCallsChangeNothing)
 {
     const float values[] = {0.1234567f, 0.9f, 1.0f, 0.0000004f, 0.25f, 0.75f, 0.333333f};
     for (VstInt32 index = 0; index < 7; ++index)
@@ -165,6 +167,15 @@ TEST_F(Kelvane, ChunkSavesAndLoadsValuesToSixDecimalsAndTheEditorSize)
     EXPECT_EQ(setChunk(effect, saved), 0);
     for (VstInt32 index = 0; index < 7; ++index)
         EXPECT_NEAR(effect->getParameter(effect, index), values[index], 0.000001) << index;
+    // Program calls leave the program alone: there is one program, without a name.
+    for (VstIntPtr program : {1, -1, 0})
+    {
+        EXPECT_EQ(host.dispatch(effSetProgram, 0, program), 0);
+        EXPECT_EQ(host.dispatch(effGetProgram), 0);
+    }
+    char name[] = "Drums";
+    host.dispatch(effSetProgramName, 0, 0, name);
+    EXPECT_EQ(host.text(effGetProgramName), "");
     EXPECT_EQ(getChunk(effect), saved);  // loaded and saved again: the same bytes
 
     // The editor size travels with the state; a chunk without it means the default size.
@@ -212,33 +223,6 @@ TEST_F(Kelvane, DamagedChunksAnswerZeroAndChangeNothing)
     setChunk(effect, chunkOf("<KELVANE><Program gain=\"1.5\" attack=\"-0.1\" release=\"nan\" drive=\"inf\" "
                              "attackTime=\"x\"/></KELVANE>"));
     EXPECT_EQ(parameters(effect), expected);
-}
-
-TEST_F(Kelvane, ProgramCallsLeaveTheProgramAlone)
-{
-    effect->setParameter(effect, attack, 0.9f);
-    const std::string state = getChunk(effect);
-    for (VstIntPtr program : {1, -1, 0})
-    {
-        EXPECT_EQ(host.dispatch(effSetProgram, 0, program), 0);
-        EXPECT_EQ(host.dispatch(effGetProgram), 0);
-    }
-    char name[] = "Drums";
-    host.dispatch(effSetProgramName, 0, 0, name);
-    EXPECT_EQ(host.text(effGetProgramName), "");
-    EXPECT_EQ(getChunk(effect), state);
-}
-
-TEST_F(Kelvane, EditorRectangleIsTheInitialOneAndNoEditorOpens)
-{
-    ERect* rect = nullptr;
-    ASSERT_EQ(host.dispatch(effEditGetRect, 0, 0, &rect), 1);
-    ASSERT_NE(rect, nullptr);
-    EXPECT_EQ(std::vector<int>({rect->top, rect->left, rect->bottom, rect->right}), std::vector<int>({0, 0, 1000, 1000}));
-    int parent = 0;
-    EXPECT_EQ(host.dispatch(effEditOpen, 0, 0, &parent), 0);
-    host.dispatch(effEditIdle);
-    host.dispatch(effEditClose);
 }
 
 TEST_F(Kelvane, ResumeAsksForMidiAndEveryBlockAsksForTheTransport)

@@ -39,9 +39,9 @@ protected:
     void SetUp() override
     {
         ToolTest::SetUp();
-        write("art/knob.png", TestPictures::encodePng({3, 2, PNG_COLOR_TYPE_RGB_ALPHA, 8, false,
-                                                       {{200, 100, 50, 255, 200, 100, 50, 128, 9, 9, 9, 0},
-                                                        {10, 20, 30, 1, 250, 3, 77, 200, 1, 2, 3, 99}}}));
+        write("art/my knob.png", TestPictures::encodePng({3, 2, PNG_COLOR_TYPE_RGB_ALPHA, 8, false,
+                                                          {{200, 100, 50, 255, 200, 100, 50, 128, 9, 9, 9, 0},
+                                                           {10, 20, 30, 1, 250, 3, 77, 200, 1, 2, 3, 99}}}));
         write("art/background.png",
               TestPictures::encodePng({2, 2, PNG_COLOR_TYPE_RGB, 8, false, {{1, 2, 3, 4, 5, 6}, {7, 8, 9, 10, 11, 12}}}));
         write("art/led.jpg", TestPictures::encodeJpeg(8, 8, 1, std::vector<uint8_t>(64, 90)));
@@ -54,11 +54,12 @@ protected:
         for (int value = 0; value < 256; ++value)
             everyByte += static_cast<char>(value);
         write("data/table.bin", everyByte);
+        // Blanks around fields, tabs and a line ending in CR LF; a path with a blank; an absolute path.
         write("art.recipe",
               "# The test's art\n"
               "\n"
               "KL.0001.tif  image   art/background.png\n"
-              "slice_knob   image   art/knob.png\n"
+              "  slice_knob\timage   art/my knob.png  \r\n"
               "satled.png   image   art/led.jpg\n"
               "   # an indented comment\n"
               "eight        sound   sounds/eight.wav\n"
@@ -66,9 +67,9 @@ protected:
               "twentyfour   sound   sounds/twentyfour.wav\n"
               "float        sound   sounds/float.wav\n"
               "integer      sound   sounds/integer.wav\n"
-              "about        text    Kelvane\\sby Morvenna\\nline two\\\\ \n"
+              "about        text    Kelvane\\sby Morvenna\\nline two\\\\\\t \n"
               "empty         text\n"
-              "table        binary  data/table.bin\n");
+              "table        binary  " + path("data/table.bin") + "\n");
     }
 };
 
@@ -89,12 +90,12 @@ TEST_F(KelvanePackRoundTrip, BuildListExtractCompare)
               "twentyfour   sound   2 frames, 1 channel, 48000 Hz, 24 bits\n"
               "float        sound   2 frames, 1 channel, 96000 Hz, 32 bits\n"
               "integer      sound   2 frames, 1 channel, 8000 Hz, 32 bits\n"
-              "about        text    29 bytes\n"
+              "about        text    30 bytes\n"
               "empty        text    0 bytes\n"
               "table        binary  256 bytes\n");
 
     // Pictures decode to the same premultiplied pixels; an opaque one to the very same colours.
-    for (const auto& [name, source] : {std::pair{"KL.0001.tif", "art/background.png"}, std::pair{"slice_knob", "art/knob.png"},
+    for (const auto& [name, source] : {std::pair{"KL.0001.tif", "art/background.png"}, std::pair{"slice_knob", "art/my knob.png"},
                                        std::pair{"satled.png", "art/led.jpg"}})
     {
         const std::string output = std::string(name) + ".out.png";
@@ -108,7 +109,7 @@ TEST_F(KelvanePackRoundTrip, BuildListExtractCompare)
     const std::pair<const char*, std::string> extracted[] = {
         {"eight", read("sounds/eight.wav")}, {"sixteen", read("sounds/sixteen.wav")},
         {"twentyfour", read("sounds/twentyfour.wav")}, {"float", read("sounds/float.wav")},
-        {"integer", floatWav(8000, {0.5f, -0.5f})}, {"about", "Kelvane by Morvenna\nline two\\"}, {"empty", ""},
+        {"integer", floatWav(8000, {0.5f, -0.5f})}, {"about", "Kelvane by Morvenna\nline two\\\t"}, {"empty", ""},
         {"table", read("data/table.bin")}};
     for (const auto& [name, bytes] : extracted)
     {
@@ -129,7 +130,7 @@ TEST_F(KelvanePackRoundTrip, TheSameRecipeGivesTheSameBytesAndEditingCommandsCha
     ASSERT_EQ(run({"build", path("art.recipe"), path("second.bin")}).status, 0);
     EXPECT_EQ(read("second.bin"), read("first.bin"));
 
-    ASSERT_EQ(run({"add", "first.bin", "slice_knob2", "image", "art/knob.png"}).status, 0);
+    ASSERT_EQ(run({"add", "first.bin", "slice_knob2", "image", "art/my knob.png"}).status, 0);
     ASSERT_EQ(run({"add", "first.bin", "greeting", "text", "hello\\sthere"}).status, 0);
     ASSERT_EQ(run({"remove", "first.bin", "eight"}).status, 0);
     ASSERT_EQ(run({"rename", "first.bin", "sixteen", "stereo"}).status, 0);
