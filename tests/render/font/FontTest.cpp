@@ -1,14 +1,16 @@
 // The font family: faces, fonts, their widths and the glyph cache, each test on a face of its own
-// on the system font that scripts/install-deps.sh installs. FreeType itself serves as an oracle of
-// the font's unhinted design advances.
+// on the system font that scripts/install-deps.sh installs, and the font services' lifetime.
+// FreeType itself serves as an oracle of the font's unhinted design advances.
 #include "render/font/Font.h"
 
 #include "foundation/memory/MemoryBlock.h"
 #include "foundation/runtime/DeletedAtShutdown.h"
+#include "foundation/runtime/FrameworkInitialiser.h"
 #include "foundation/string/String.h"
 #include "render/font/FallbackFont.h"
 #include "render/font/FontEngine.h"
 #include "render/font/FontFace.h"
+#include "render/font/FontServices.h"
 #include "render/font/Glyph.h"
 #include "render/font/GlyphsCache.h"
 #include "render/font/SystemFontPaths.h"
@@ -22,8 +24,10 @@
 #include <memory>
 #include <string>
 
+using q1framework::FallbackFont;
 using q1framework::Font;
 using q1framework::FontEngine;
+using q1framework::FrameworkInitialiser;
 using q1framework::Glyph;
 using q1framework::MemoryBlock;
 
@@ -146,7 +150,6 @@ TEST_F(FontFaceTest, CodesTheFaceLacksDrawItsGlyphZero)
 TEST_F(FontTest, FallbackIsTheSystemFaceAtTenPointsAndEqualityComparesEveryField)
 {
     const Font& fallback = Font::getFallback();
-    EXPECT_EQ(&fallback, q1framework::FallbackFont::getInstanceWithoutCreating());
     ASSERT_NE(fallback.getFace(), nullptr);
     EXPECT_EQ(std::string(fallback.getFace()->getName().getCString()), "DejaVu Sans Book");
     EXPECT_TRUE(fallback == Font(fallback.getFace(), 10.0, true, true));
@@ -224,4 +227,33 @@ TEST_F(GlyphsCacheTest, EqualFontsShareGlyphsAndAnotherSizeGetsItsOwn)
     EXPECT_EQ(cache.getGlyph(Font(), 'A'), nullptr);
     EXPECT_EQ(cache.getGlyph(Font(nullptr, 10.0, true, true), 'A'), nullptr);
     EXPECT_EQ(cache.getCount(), count);
+}
+
+// Without the hooks the engine comes on first use and goes with the framework's shutdown. With
+// them (registered twice, which must not double them) it comes with every framework and goes with
+// it, and the fallback font works in every round.
+TEST(FontServicesTest, TheFrameworkBringsFontsUpAndTakesThemDownEachTime)
+{
+    q1framework::DeletedAtShutdown::deleteAll();
+    {
+        FrameworkInitialiser framework;
+        EXPECT_EQ(FontEngine::getInstanceWithoutCreating(), nullptr);
+        EXPECT_NE(Font::getFallback().getFace(), nullptr);
+    }
+    EXPECT_EQ(FontEngine::getInstanceWithoutCreating(), nullptr);
+    EXPECT_EQ(FallbackFont::getInstanceWithoutCreating(), nullptr);
+
+    q1framework::registerFontServices();
+    q1framework::registerFontServices();
+    for (int round = 0; round < 2; ++round)
+    {
+        auto framework = std::make_unique<FrameworkInitialiser>();
+        EXPECT_NE(FontEngine::getInstanceWithoutCreating(), nullptr) << "round " << round;
+        EXPECT_GT(Font::getFallback().getTextWidth("Kelvane"), 30.0f);
+        framework.reset();
+        EXPECT_EQ(FontEngine::getInstanceWithoutCreating(), nullptr) << "round " << round;
+        EXPECT_EQ(FallbackFont::getInstanceWithoutCreating(), nullptr);
+    }
+    FrameworkInitialiser::setHook(FrameworkInitialiser::Hook::createFontLibrary, nullptr);
+    FrameworkInitialiser::setHook(FrameworkInitialiser::Hook::destroyFontLibrary, nullptr);
 }

@@ -8,6 +8,7 @@
 #include <array>
 #include <cstdint>
 #include <initializer_list>
+#include <tuple>
 
 // A pixel for the renderer's exact checks, in the memory order of a pixel: blue, green, red, alpha.
 using PixelValue = std::array<int, 4>;
@@ -61,11 +62,7 @@ inline bool marginIsClear(const q1framework::Image& image)
 // its own.
 struct Scene
 {
-    struct Check
-    {
-        int x, y;
-        PixelValue expected;
-    };
+    using Check = std::tuple<int, int, PixelValue>;  // x, y and the pixel expected there
 
     Scene(int width, int height, const PixelValue& background)
         : image(makeCanvas(width, height, background)), graphics(image)
@@ -76,9 +73,9 @@ struct Scene
     void expect(std::initializer_list<Check> checks) const
     {
         const q1framework::Point origin = graphics.getOrigin();
-        for (const Check& check : checks)
-            EXPECT_EQ(readPixel(image, origin.x + check.x, origin.y + check.y), check.expected)
-                << "at " << check.x << ", " << check.y << " from " << origin.x << ", " << origin.y;
+        for (const auto& [x, y, expected] : checks)
+            EXPECT_EQ(readPixel(image, origin.x + x, origin.y + y), expected)
+                << "at " << x << ", " << y << " from " << origin.x << ", " << origin.y;
     }
 
     q1framework::Image image;
