@@ -5,6 +5,7 @@
 #include "media/image/Image.h"
 
 #include <sstream>
+#include <tuple>
 
 using q1framework::Image;
 
@@ -43,17 +44,19 @@ TEST_F(GalleryCommand, WritesTheSheetAsAPngTheSameEveryTime)
 TEST_F(GalleryCommand, KeepsAnExistingFileUnlessForcedAndRefusesWrongCommandLines)
 {
     write("taken.png", "keep me");
-    EXPECT_EQ(run({path("taken.png")}), 1);
-    EXPECT_EQ(errors.str(), "kelvane-gallery: " + path("taken.png") + " exists; pass --force to replace it\n");
+    const std::tuple<std::vector<std::string>, int, std::string> refusals[] = {
+        {{path("taken.png")}, 1, path("taken.png") + " exists; pass --force to replace it\n"},
+        {{}, 2, "no output file given\nusage: kelvane-gallery [--force] OUT.png\n"},
+        {{"a.png", "b.png"}, 2, "one output file only, not also b.png\n"},
+        {{path("no such folder/sheet.png")}, 1, "cannot write " + path("no such folder/sheet.png") + ": "},
+    };
+    for (const auto& [arguments, status, text] : refusals)
+    {
+        EXPECT_EQ(run(arguments), status) << text;
+        EXPECT_EQ(errors.str().rfind("kelvane-gallery: " + text, 0), 0u) << errors.str();
+    }
+    EXPECT_EQ(files(), std::vector<std::string>{"taken.png"});
     EXPECT_EQ(read("taken.png"), "keep me");
     EXPECT_EQ(run({"--force", path("taken.png")}), 0) << errors.str();
     EXPECT_EQ(read("taken.png").substr(1, 3), "PNG");
-
-    EXPECT_EQ(run({}), 2);
-    EXPECT_EQ(errors.str(), "kelvane-gallery: no output file given\nusage: kelvane-gallery [--force] OUT.png\n");
-    EXPECT_EQ(run({"a.png", "b.png"}), 2);
-    EXPECT_EQ(errors.str().substr(0, errors.str().find('\n')), "kelvane-gallery: one output file only, not also b.png");
-    EXPECT_EQ(run({path("no such folder/sheet.png")}), 1);
-    EXPECT_EQ(errors.str().rfind("kelvane-gallery: cannot write " + path("no such folder/sheet.png") + ": ", 0), 0u);
-    EXPECT_EQ(files(), std::vector<std::string>{"taken.png"});
 }
