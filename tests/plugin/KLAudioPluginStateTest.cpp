@@ -54,28 +54,21 @@ void load(KLAudioPlugin& plugin, const std::string& bytes)
     EXPECT_TRUE(plugin.setState(stream));
 }
 
-std::string document(const std::string& rootAttributes, const std::string& program)
-{
-    return "<KELVANE " + rootAttributes + ">" + program + "</KELVANE>";
-}
-
 }  // namespace
 
-TEST(KLAudioPluginState, FreshInstanceWritesTheDocumentedChunk)
+TEST(KLAudioPluginState, FreshInstanceWritesTheDocumentedChunkAndAPartialProgramIsMerged)
 {
     KLAudioPlugin plugin;
     // "VC2!" (0x21324356 little-endian), the length of the 3 lines and their terminating zero.
     EXPECT_EQ(stateOf(plugin), chunkOf(freshText));
-}
-
-TEST(KLAudioPluginState, PartialProgramIsAppliedAndTheOldSizeFieldsAreKept)
-{
-    KLAudioPlugin plugin;
     plugin.setEditorSize(1000, 233);
-    load(plugin, chunkOf(document("uiWidth=\"12\" currentProgram=\"3\"", "<Program attack=\"0.25\"/>")));
+    plugin.setParameter(0.75f, KLParameters::drive);
+    load(plugin, chunkOf("<KELVANE uiWidth=\"12\" currentProgram=\"3\"><Program attack=\"0.25\"/></KELVANE>"));
     EXPECT_FLOAT_EQ(plugin.getProcessor().attackTarget, -0.3f);
+    EXPECT_EQ(plugin.getParameter(KLParameters::drive), 0.75);  // the values it lacks stay
     EXPECT_EQ(plugin.getProgramName(0), "");
-    // "currentProgram" is kept but chooses nothing, and is written as 0; "uiWidth" comes back.
+    // Without "uiWidthNew" the editor has its default size. "currentProgram" is kept but chooses
+    // nothing, and is written as 0; "uiWidth" comes back.
     EXPECT_EQ(plugin.getCurrentProgram(), 3);
     EXPECT_NE(stateOf(plugin).find("<KELVANE uiWidth=\"12\" uiHeight=\"0\" uiWidthNew=\"750\" uiHeightNew=\"175\" "
                                    "currentProgram=\"0\">"),
@@ -86,7 +79,7 @@ TEST(KLAudioPluginState, HostileLengthsAndNestingAreReadQuietly)
 {
     KLAudioPlugin plugin;
     // A length of 2 GB over a short text: what the stream holds is read, nothing more is asked for.
-    std::string chunk = chunkOf(document("", "<Program drive=\"0.5\"/>"));
+    std::string chunk = chunkOf("<KELVANE><Program drive=\"0.5\"/></KELVANE>");
     chunk[4] = chunk[5] = chunk[6] = '\xFF';
     chunk[7] = '\x7F';
     load(plugin, chunk);
@@ -101,7 +94,7 @@ TEST(KLAudioPluginState, HostileLengthsAndNestingAreReadQuietly)
     EXPECT_EQ(plugin.getParameter(KLParameters::drive), 0.5);
 
     // Editor sizes a host's rectangle cannot hold count as missing.
-    load(plugin, chunkOf(document("uiWidthNew=\"0\" uiHeightNew=\"40000\"", "")));
+    load(plugin, chunkOf("<KELVANE uiWidthNew=\"0\" uiHeightNew=\"40000\"></KELVANE>"));
     EXPECT_EQ(plugin.getEditorWidth(), 750);
     EXPECT_EQ(plugin.getEditorHeight(), 175);
 }

@@ -11,33 +11,6 @@ extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*mallocHook)(cons
 
 namespace
 {
-thread_local bool counting = false;
-thread_local long allocations = 0;
-
-void noteAllocation(const volatile void*, std::size_t)
-{
-    if (counting)
-        ++allocations;
-}
-
-void noteFree(const volatile void*)
-{
-}
-
-const bool hooksInstalled = __sanitizer_install_malloc_and_free_hooks(noteAllocation, noteFree) != 0;
+[[maybe_unused]] const bool hooksInstalled = __sanitizer_install_malloc_and_free_hooks(
+    [](const volatile void*, std::size_t) { AllocationCounter::note(); }, [](const volatile void*) {});
 }  // namespace
-
-namespace AllocationCounter
-{
-void start()
-{
-    allocations = hooksInstalled ? 0 : -1;
-    counting = true;
-}
-
-long stop()
-{
-    counting = false;
-    return allocations;
-}
-}  // namespace AllocationCounter
