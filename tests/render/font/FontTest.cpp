@@ -76,7 +76,7 @@ using FontFaceTest = FontTest;
 using GlyphsCacheTest = FontTest;
 }  // namespace
 
-TEST_F(FontFaceTest, WhatIsNotAFontOrASizeGivesNothing)
+TEST_F(FontFaceTest, WhatIsNotAFontOrASizeGivesNothingAndCodesTheFaceLacksDrawItsGlyphZero)
 {
     const char garbage[] = "This is plainly not a TrueType or OpenType font file.";
     EXPECT_EQ(FontEngine::getInstance()->loadFace(MemoryBlock(garbage, sizeof garbage, true)), nullptr);
@@ -88,6 +88,16 @@ TEST_F(FontFaceTest, WhatIsNotAFontOrASizeGivesNothing)
         EXPECT_EQ(font.getTextWidth("AB"), 0.0f);
     }
     EXPECT_NE(Font(face.get(), 0.5, true, true).getGlyph('A'), nullptr);
+
+    // A four-byte sequence decodes with 0x400000 added, beyond Unicode; U+10FFFD is private use.
+    const Font font(face.get(), 10.0, true, true);
+    const Glyph *first = font.getGlyph(0x41F600), *second = font.getGlyph(0x10FFFD);
+    ASSERT_TRUE(first && second && !first->image.isEmpty());
+    EXPECT_EQ(first->code, 0x41F600u);
+    EXPECT_EQ(first->advance, second->advance);
+    ASSERT_EQ(first->image.getSize(), second->image.getSize());
+    for (int y = 0; y < first->image.getHeight(); ++y)
+        EXPECT_EQ(std::memcmp(first->image.getLine(y), second->image.getLine(y), first->image.getWidth() * 4), 0);
 }
 
 TEST_F(FontFaceTest, GlyphsHangFromTheTopOfCapitalAWithThreeSamplesAPixel)
@@ -132,19 +142,6 @@ TEST_F(FontFaceTest, AdvancesKeepTheirFractionAndLoadModesFollowTheFont)
     EXPECT_FALSE(plain->image.isEmpty());
     EXPECT_TRUE(measured->image.isNull());
     EXPECT_EQ(measured->advance, hinted.getGlyph('W')->advance);
-}
-
-TEST_F(FontFaceTest, CodesTheFaceLacksDrawItsGlyphZero)
-{
-    // A four-byte sequence decodes with 0x400000 added, beyond Unicode; U+10FFFD is private use.
-    const Font font(face.get(), 10.0, true, true);
-    const Glyph *first = font.getGlyph(0x41F600), *second = font.getGlyph(0x10FFFD);
-    ASSERT_TRUE(first && second && !first->image.isEmpty());
-    EXPECT_EQ(first->code, 0x41F600u);
-    EXPECT_EQ(first->advance, second->advance);
-    ASSERT_EQ(first->image.getSize(), second->image.getSize());
-    for (int y = 0; y < first->image.getHeight(); ++y)
-        EXPECT_EQ(std::memcmp(first->image.getLine(y), second->image.getLine(y), first->image.getWidth() * 4), 0);
 }
 
 TEST_F(FontTest, FallbackIsTheSystemFaceAtTenPointsAndEqualityComparesEveryField)

@@ -19,6 +19,7 @@ namespace
 constexpr int32_t gridStart = -16, gridEnd = 80;
 const Rectangle grid(gridStart, gridStart, gridEnd - gridStart, gridEnd - gridStart);
 using Pixels = std::vector<bool>;
+const Pixels noPixels(static_cast<size_t>(grid.w * grid.h), false);
 
 size_t at(int32_t x, int32_t y)
 {
@@ -34,27 +35,25 @@ void setPixels(Pixels& pixels, const Rectangle& area, bool value)
             pixels[at(x, y)] = value;
 }
 
-Pixels makePixels(const RectangleList& rectangles = RectangleList())
+std::vector<Rectangle> rectanglesOf(const Region& region)
 {
-    Pixels pixels(static_cast<size_t>(grid.w * grid.h), false);
-    for (const Rectangle& area : rectangles)
-        setPixels(pixels, area, true);
-    return pixels;
+    RectangleList list;
+    region.getRectangles(list);
+    return std::vector<Rectangle>(list.begin(), list.end());
 }
 
 // The region's rectangles, which must be non-empty, inside the grid and disjoint, as pixels.
 Pixels pixelsOf(const Region& region)
 {
-    RectangleList rectangles;
-    region.getRectangles(rectangles);
+    Pixels pixels = noPixels;
     int64_t area = 0;
-    for (const Rectangle& rectangle : rectangles)
+    for (const Rectangle& rectangle : rectanglesOf(region))
     {
         EXPECT_FALSE(rectangle.isEmpty());
         EXPECT_EQ(grid.getIntersection(rectangle), rectangle);
         area += int64_t(rectangle.w) * rectangle.h;
+        setPixels(pixels, rectangle, true);
     }
-    const Pixels pixels = makePixels(rectangles);
     EXPECT_EQ(std::count(pixels.begin(), pixels.end(), true), area) << "overlapping rectangles";
     return pixels;
 }
@@ -84,13 +83,6 @@ Rectangle randomRectangle(std::mt19937& random)
     const int32_t x = position(random), y = position(random);
     return Rectangle(x, y, side(random), side(random));
 }
-
-std::vector<Rectangle> rectanglesOf(const Region& region)
-{
-    RectangleList list;
-    region.getRectangles(list);
-    return std::vector<Rectangle>(list.begin(), list.end());
-}
 }  // namespace
 
 // Random adds and subtracts, then an intersection and a move, each against a plain pixel set, and
@@ -102,7 +94,7 @@ TEST(RegionTest, RandomChangesMatchAPixelSetInOneCanonicalForm)
     {
         std::mt19937 random(seed);
         Region region;
-        Pixels model = makePixels();
+        Pixels model = noPixels;
         for (int step = 0; step < 25; ++step)
         {
             const Rectangle area = randomRectangle(random);
@@ -136,7 +128,7 @@ TEST(RegionTest, RandomChangesMatchAPixelSetInOneCanonicalForm)
         const Rectangle window = randomRectangle(random);
         std::uniform_int_distribution<int32_t> offset(-12, 12);
         const int32_t dx = offset(random), dy = offset(random);
-        Pixels inside = makePixels(), moved = model;
+        Pixels inside = noPixels, moved = model;
         setPixels(moved, window, false);
         for (int32_t y = window.y; y < window.getBottom(); ++y)
             for (int32_t x = window.x; x < window.getRight(); ++x)
