@@ -7,6 +7,7 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cmath>
@@ -31,22 +32,22 @@ void closeEffect(AEffect* effect)
     effect->dispatcher(effect, effClose, 0, 0, nullptr, 0.0f);
 }
 
-// `blocks` blocks of a drum-like signal (noise bursts) through the effect; the output, left
+// `blocks` blocks of noise bursts that decay as drum hits through the effect; the output, left
 // channel then right.
 std::vector<float> render(AEffect* effect, int blocks, int frames)
 {
     std::vector<float> output;
     std::mt19937 random(7);
-    std::uniform_real_distribution<float> noise(-1.0f, 1.0f);
+    std::uniform_real_distribution<float> noise(-0.7f, 0.7f);
+    std::vector<float> left(frames);
+    std::vector<float> right(frames);
     for (int block = 0; block < blocks; ++block)
     {
-        std::vector<float> left(static_cast<std::size_t>(frames));
-        std::vector<float> right(static_cast<std::size_t>(frames));
         for (int frame = 0; frame < frames; ++frame)
         {
             const float envelope = std::exp(-0.01f * static_cast<float>((block * frames + frame) % 2000));
-            left[static_cast<std::size_t>(frame)] = 0.7f * envelope * noise(random);
-            right[static_cast<std::size_t>(frame)] = 0.7f * envelope * noise(random);
+            left[frame] = envelope * noise(random);
+            right[frame] = envelope * noise(random);
         }
         processStereo(effect, left, right);
         output.insert(output.end(), left.begin(), left.end());
@@ -140,21 +141,11 @@ TEST(KelvaneInstances, ThreadedAutomationAndStateWhileTheAudioThreadProcesses)
     std::atomic<bool> allFinite{true};
 
     std::thread audio([&] {
-        std::mt19937 random(1);
-        std::uniform_real_distribution<float> noise(-1.0f, 1.0f);
-        std::vector<float> left(256);
-        std::vector<float> right(256);
         while (running.load())
         {
-            for (std::size_t frame = 0; frame < left.size(); ++frame)
-            {
-                left[frame] = noise(random);
-                right[frame] = noise(random) * 0.1f;
-            }
-            processStereo(effect, left, right);
-            for (std::size_t frame = 0; frame < left.size(); ++frame)
-                if (!std::isfinite(left[frame]) || !std::isfinite(right[frame]))
-                    allFinite.store(false);
+            const std::vector<float> output = render(effect, 1, 256);
+            if (!std::all_of(output.begin(), output.end(), [](float sample) { return std::isfinite(sample); }))
+                allFinite.store(false);
             blocks.fetch_add(1);
         }
     });

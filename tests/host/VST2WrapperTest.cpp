@@ -89,15 +89,13 @@ TEST(VST2Wrapper, BlockHandsOverTheHostsMemoryAndTransportAndUsesUpTheEvents)
     float* outputs[] = {out[0], out[1]};
     effect->processReplacing(effect, inputs, outputs, 8);
     EXPECT_EQ(probe->seenFrames, 8);
-    EXPECT_EQ(probe->seenInput, in[1]);
-    EXPECT_EQ(probe->seenOutput, out[0]);
+    EXPECT_TRUE(probe->seenInput == in[1] && probe->seenOutput == out[0]);
     EXPECT_EQ(probe->seenTime.ppqPosition, 12.5);
     EXPECT_EQ(probe->seenTime.tempo, 96.0);
     EXPECT_EQ(probe->seenTime.samplePosition, 0.0);  // only position and tempo are taken
     ASSERT_EQ(probe->seenEvents, 1);  // the sysex event is dropped
-    EXPECT_EQ(probe->seenFirstEvent.bytes[0], 0x90);
-    EXPECT_EQ(probe->seenFirstEvent.bytes[2], 99);
-    EXPECT_EQ(probe->seenFirstEvent.sampleOffset, 17);
+    const AudioPlugin::EventBus::MidiEvent& event = probe->seenFirstEvent;
+    EXPECT_EQ(std::vector<int>({event.bytes[0], event.bytes[2], event.sampleOffset}), std::vector<int>({0x90, 99, 17}));
 
     // The next block, without a transport, gets the defaults and no events.
     host.giveTimeInfo = false;

@@ -48,8 +48,7 @@ TEST_F(PendingFileTest, PublishedFileHasTheUsersUsualPermissionsAndAMissingFolde
     ASSERT_EQ(file.publish(false), "");
     umask(previous);
     struct stat status{};
-    ASSERT_EQ(stat(path("take.wav").c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777, 0640u);
+    EXPECT_EQ(stat(path("take.wav").c_str(), &status) == 0 ? status.st_mode & 0777 : 0u, 0640u);
 
     PendingFile nowhere;
     EXPECT_EQ(nowhere.create(path("absent/take.wav")).rfind("cannot write in " + path("absent") + ": ", 0), 0u);

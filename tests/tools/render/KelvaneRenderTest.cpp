@@ -88,12 +88,9 @@ TEST_F(KelvaneRender, StateFileIsReplacedWithForceAndComesBack)
 
 TEST_F(KelvaneRender, WithoutPluginOptionTheInstalledBundleIsUsedAndOldEntryNamesLoad)
 {
-    for (const char* place : {"vst/Kelvane", "home/.vst/Kelvane"})
-    {
-        std::filesystem::create_directories(path(place));
-        std::filesystem::copy_file(TEST_GAIN_PLUGIN, path(place) + "/Kelvane.so");
-    }
-    // A Kelvane.so that is no plug-in marks which folder was chosen.
+    std::filesystem::create_directories(path("vst/Kelvane"));
+    std::filesystem::copy_file(TEST_GAIN_PLUGIN, path("vst/Kelvane/Kelvane.so"));
+    // The user's folder holds a Kelvane.so that is no plug-in: its refusal shows that folder was chosen.
     write("home/.vst/Kelvane/Kelvane.so", "not a plug-in");
     const Run fromVstPath = run({"--list"}, {"VST_PATH=" + path("vst") + ":/nowhere", "HOME=" + path("home")});
     EXPECT_EQ(fromVstPath.status, 0) << fromVstPath.err;
