@@ -8,6 +8,7 @@
 
 #include <climits>
 #include <cstdint>
+#include <vector>
 
 using namespace q1framework;
 
@@ -52,8 +53,7 @@ TEST(AudioPlugin, PrepareGivesEachBusAFreshZeroedArrayWithAlignedBuffersWhileItO
         ASSERT_NE(buffer, nullptr);
         EXPECT_EQ(reinterpret_cast<uintptr_t>(buffer) % 16, 0u);
         // Room for 64 doubles: 128 floats, all zero.
-        for (int sample = 0; sample < 128; ++sample)
-            ASSERT_EQ(buffer[sample], 0.0f);
+        EXPECT_EQ(std::vector<float>(buffer, buffer + 128), std::vector<float>(128, 0.0f));
         buffer[127] = 1.0f;
     }
     plugin.getAudioOutput(0).getChannels()[1][5] = 2.0f;

@@ -9,43 +9,38 @@
 
 using KelvaneRender = RenderTest;
 
-TEST_F(KelvaneRender, StereoRenderAppliesSettingsByNameAndIndexToEverySample)
+TEST_F(KelvaneRender, SettingsByNameOrIndexReachEverySampleOfAStereoOrMonoFileAtAnyBlockSize)
 {
-    const Audio dry = signal(2, 3001, 48000);
-    writeAudio("in.wav", dry);
-    const Run run = gain({"--set", "Gain=0.25", "--set", "1=1", "in.wav", "out.wav"});
+    const Audio stereo = signal(2, 3001, 48000);
+    writeAudio("stereo.wav", stereo);
+    Run run = gain({"--set", "Gain=0.25", "--set", "1=1", "stereo.wav", "out.wav"});
     ASSERT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(run.out, "wrote out.wav (stereo, 48000 Hz)\n");
-    const Audio wet = readAudio("out.wav");
+    Audio wet = readAudio("out.wav");
     ASSERT_EQ(wet.channels, 2);
     EXPECT_EQ(wet.sampleRate, 48000);
-    ASSERT_EQ(wet.samples.size(), dry.samples.size());
+    ASSERT_EQ(wet.samples.size(), stereo.samples.size());
     // Gain 0.25 is an amplitude of 0.5, exact in float; Swap exchanges the channels.
-    for (std::size_t frame = 0; frame < dry.samples.size() / 2; ++frame)
+    for (std::size_t frame = 0; frame < stereo.samples.size() / 2; ++frame)
     {
-        ASSERT_EQ(wet.samples[2 * frame], dry.samples[2 * frame + 1] * 0.5f) << "frame " << frame;
-        ASSERT_EQ(wet.samples[2 * frame + 1], dry.samples[2 * frame] * 0.5f) << "frame " << frame;
+        ASSERT_EQ(wet.samples[2 * frame], stereo.samples[2 * frame + 1] * 0.5f) << "frame " << frame;
+        ASSERT_EQ(wet.samples[2 * frame + 1], stereo.samples[2 * frame] * 0.5f) << "frame " << frame;
     }
-}
 
-TEST_F(KelvaneRender, MonoInputGivesMonoOutputAtAnyBlockSizeAndForceReplacesAnOutput)
-{
-    const Audio dry = signal(1, 1234, 44100);
-    writeAudio("in.wav", dry);
-    write("out.wav", "precious");
-    // With Swap the left output is the right input: the one channel feeds both inputs.
-    const Run run = gain({"--set", "gain=0.75", "--set", "swap=1", "--force", "in.wav", "out.wav"});
-    ASSERT_EQ(run.status, 0) << run.err;
-    EXPECT_EQ(run.out, "wrote out.wav (mono, 44100 Hz)\n");
-    const Audio wet = readAudio("out.wav");
-    ASSERT_EQ(wet.channels, 1);
-    ASSERT_EQ(wet.samples.size(), dry.samples.size());
-    for (std::size_t frame = 0; frame < dry.samples.size(); ++frame)
-        ASSERT_EQ(wet.samples[frame], dry.samples[frame] * 1.5f) << "frame " << frame;
-    for (const std::string block : {"--block=7", "--block=4096"})
+    // With Swap the left output is the right input: the one channel of a mono file feeds both.
+    // Each run replaces the output of the one before, with --force.
+    const Audio mono = signal(1, 1234, 44100);
+    writeAudio("mono.wav", mono);
+    for (const std::string block : {"--block=1024", "--block=7", "--block=4096"})
     {
-        ASSERT_EQ(gain({"--set", "gain=0.75", "--set", "swap=1", block, "--force", "in.wav", "out.wav"}).status, 0);
-        EXPECT_EQ(readAudio("out.wav").samples, wet.samples) << block;
+        run = gain({"--set", "gain=0.75", "--set", "swap=1", block, "--force", "mono.wav", "out.wav"});
+        ASSERT_EQ(run.status, 0) << run.err;
+        EXPECT_EQ(run.out, "wrote out.wav (mono, 44100 Hz)\n");
+        wet = readAudio("out.wav");
+        ASSERT_EQ(wet.channels, 1);
+        ASSERT_EQ(wet.samples.size(), mono.samples.size());
+        for (std::size_t frame = 0; frame < mono.samples.size(); ++frame)
+            ASSERT_EQ(wet.samples[frame], mono.samples[frame] * 1.5f) << block << ", frame " << frame;
     }
 }
 
