@@ -1,5 +1,5 @@
 // Kelvane.so as a host meets it: loaded through dlopen, driven only through its entry point and
-// its AEffect record.
+// its AEffect record; also the answers its base classes AudioEffect and AudioEffectX give for it.
 
 #include "TestHost.h"
 
@@ -239,4 +239,78 @@ TEST_F(Kelvane, ResumeAsksForMidiAndEveryBlockAsksForTheTransport)
     // A host without a transport: the block runs all the same.
     host.giveTimeInfo = false;
     EXPECT_NEAR(steadyBlock(32, 0.25f)[31], 0.25f, 1e-3f);
+}
+
+// What AudioEffect and AudioEffectX answer for Kelvane: the guards against null pointers, unknown
+// opcodes, negative sizes and orphan records, and the conventional answers to the 2.x opcodes
+// Kelvane leaves to them.
+
+TEST_F(Kelvane, OpcodesWithoutTheirPointerUnknownOpcodesAndNegativeSizesAnswerZero)
+{
+    for (VstInt32 opcode : {effSetProgramName, effGetProgramName, effGetParamLabel, effGetParamDisplay,
+                            effGetParamName, effEditGetRect, effGetChunk, effSetChunk, effCanDo, effGetEffectName,
+                            effGetVendorString, effGetProductString, effProcessEvents, effString2Parameter,
+                            effGetProgramNameIndexed, effGetInputProperties, effGetOutputProperties,
+                            effGetParameterProperties, effGetSpeakerArrangement, effSetSpeakerArrangement,
+                            effBeginLoadBank, effBeginLoadProgram})
+        EXPECT_EQ(host.dispatch(opcode, 0, 16, nullptr), 0) << "opcode " << opcode;
+    for (VstInt32 opcode : {effGetVu, effEditDraw, effIdentify, effGetNumProgramCategories, 80, 1000, -1})
+        EXPECT_EQ(host.dispatch(opcode, 1, 1, nullptr, 1.0f), 0) << "opcode " << opcode;
+
+    // A negative chunk size never reaches the effect.
+    std::string saved = getChunk(effect);
+    effect->setParameter(effect, gain, 0.1f);
+    EXPECT_EQ(host.dispatch(effSetChunk, 0, -static_cast<VstIntPtr>(saved.size()), saved.data()), 0);
+    EXPECT_EQ(effect->getParameter(effect, gain), 0.1f);
+}
+
+TEST_F(Kelvane, CallbacksOfARecordWithoutItsObjectDoNothing)
+{
+    AEffect orphan = *effect;
+    orphan.object = nullptr;
+    EXPECT_EQ(orphan.dispatcher(&orphan, effGetVstVersion, 0, 0, nullptr, 0.0f), 0);
+    EXPECT_EQ(orphan.getParameter(&orphan, gain), 0.0f);
+    orphan.setParameter(&orphan, gain, 1.0f);
+    EXPECT_EQ(effect->getParameter(effect, gain), 0.5f);
+    float sample = 0.5f;
+    float* channels[2] = {&sample, &sample};
+    orphan.processReplacing(&orphan, channels, channels, 1);
+    EXPECT_EQ(sample, 0.5f);
+}
+
+TEST_F(Kelvane, OpcodesTheEffectLeavesAloneAnswerTheConventionalDefaults)
+{
+    // opcode, index, value, answer
+    const std::tuple<VstInt32, VstInt32, VstIntPtr, VstIntPtr> answers[] = {
+        {effCanBeAutomated, 6, 0, 1}, {effSetBypass, 0, 1, 0}, {effGetTailSize, 0, 0, 0},
+        {effStartProcess, 0, 0, 0}, {effStopProcess, 0, 0, 0}, {effSetProcessPrecision, 0, kVstProcessPrecision64, 0},
+        {effSetTotalSampleToProcess, 0, 4410, 4410}, {effGetNumMidiInputChannels, 0, 0, 0},
+        {effGetNumMidiOutputChannels, 0, 0, 0}, {effVendorSpecific, 1, 2, 0},
+    };
+    for (const auto& [opcode, index, value, answer] : answers)
+        EXPECT_EQ(host.dispatch(opcode, index, value, nullptr, 3.0f), answer) << "opcode " << opcode;
+
+    char text[] = "0.7";
+    EXPECT_EQ(host.dispatch(effString2Parameter, 0, 0, text), 0);
+    EXPECT_EQ(host.text(effGetProgramNameIndexed, 0), "garbage");
+    VstPinProperties pin{};
+    EXPECT_EQ(host.dispatch(effGetInputProperties, 0, 0, &pin), 0);
+    EXPECT_EQ(host.dispatch(effGetOutputProperties, 1, 0, &pin), 0);
+    VstParameterProperties properties{};
+    EXPECT_EQ(host.dispatch(effGetParameterProperties, 0, 0, &properties), 0);
+
+    // Speaker arrangements are neither adopted nor given.
+    VstSpeakerArrangement input{};
+    VstSpeakerArrangement output{};
+    input.type = output.type = kSpeakerArrMono;
+    input.numChannels = output.numChannels = 1;
+    EXPECT_EQ(host.dispatch(effSetSpeakerArrangement, 0, reinterpret_cast<VstIntPtr>(&input), &output), 0);
+    EXPECT_EQ(effect->numInputs, 2);
+    VstSpeakerArrangement* inputAnswer = &input;
+    VstSpeakerArrangement* outputAnswer = &output;
+    EXPECT_EQ(host.dispatch(effGetSpeakerArrangement, 0, reinterpret_cast<VstIntPtr>(&inputAnswer), &outputAnswer), 0);
+    EXPECT_EQ(inputAnswer, nullptr);
+    EXPECT_EQ(outputAnswer, nullptr);
+    // A null input slot is never written through.
+    EXPECT_EQ(host.dispatch(effGetSpeakerArrangement, 0, 0, &outputAnswer), 0);
 }

@@ -1,7 +1,9 @@
-// VST2Wrapper around a plug-in made in this program, which records what reaches it: the host's
-// memory, transport and events; and the framework's life across instances.
+// Effects made in this program: VST2Wrapper around a plug-in that records what reaches it (the
+// host's memory, transport and events), the framework's life across instances, and an effect
+// without an editor.
 
 #include "TestHost.h"
+#include "fixtures/GainEffect.h"
 
 #include "foundation/runtime/FrameworkInitialiser.h"
 #include "host/FrameworkInstances.h"
@@ -123,4 +125,18 @@ TEST(VST2Wrapper, FrameworkComesUpWithTheFirstInstanceAndGoesDownWithTheLast)
     EXPECT_EQ(FrameworkInstances::getCount(), 0);
     FrameworkInitialiser::setHook(FrameworkInitialiser::Hook::createFontLibrary, nullptr);
     FrameworkInitialiser::setHook(FrameworkInitialiser::Hook::destroyFontLibrary, nullptr);
+}
+
+// The editor opcodes of an effect without an editor (Kelvane always has one): the dispatcher
+// answers them itself, and never reaches for the editor that is not there.
+TEST(AEffEditor, WithoutAnEditorEveryEditorOpcodeAnswersZero)
+{
+    TestHost host;
+    GainEffect effect(TestHost::callback());
+    EXPECT_EQ(effect.getAeffect()->flags & effFlagsHasEditor, 0);
+    ERect* rect = nullptr;
+    for (VstInt32 opcode : {effEditGetRect, effEditOpen, effEditIdle, effEditKeyDown, effEditKeyUp,
+                            effSetEditKnobMode, effEditClose})
+        EXPECT_EQ(effect.dispatcher(opcode, 'a', VKEY_UP, &rect, 0.0f), 0) << "opcode " << opcode;
+    EXPECT_EQ(rect, nullptr);
 }
