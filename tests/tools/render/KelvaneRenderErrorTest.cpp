@@ -1,7 +1,6 @@
 // Every way kelvane-render refuses: a one-line message that says what to do, a non-zero exit
 // status (2 for a wrong command line, 1 otherwise), and no file written or changed.
 
-#include "PresetFile.h"
 #include "RenderTest.h"
 
 #include <unistd.h>
@@ -16,12 +15,7 @@ TEST_F(KelvaneRender, EveryRefusalIsOneLineWithItsStatusAndChangesNoFile)
     write("Text.so", "#!/bin/sh\n");
     write("taken.wav", "precious");
     write("garbage.fxp", "this is no preset at all, though it is long enough to have a header");
-    Preset foreign;
-    foreign.pluginId = q1framework::fourCharacterCode('K', 'e', 'L', 'v');
-    foreign.holdsChunk = true;
-    foreign.chunk = {'V', 'C', '2', '!'};
-    const std::vector<char> bytes = PresetFile::encode(foreign);
-    write("foreign.fxp", std::string(bytes.begin(), bytes.end()));
+    ASSERT_EQ(kelvane({"--save-state", "foreign.fxp"}).status, 0);  // Kelvane's, not the gain plug-in's
     std::filesystem::create_directory(path("folder.flac"));
     ASSERT_EQ(link(path("in.wav").c_str(), path("alias.wav").c_str()), 0);
     const auto before = contents();
