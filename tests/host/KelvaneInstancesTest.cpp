@@ -27,11 +27,6 @@ AEffect* anotherEffect(TestHost& host, const char* entryName = "VSTPluginMain")
     return entry != nullptr ? entry(TestHost::callback()) : nullptr;
 }
 
-void closeEffect(AEffect* effect)
-{
-    effect->dispatcher(effect, effClose, 0, 0, nullptr, 0.0f);
-}
-
 // `blocks` blocks of noise bursts that decay as drum hits through the effect; the output, left
 // channel then right.
 std::vector<float> render(AEffect* effect, int blocks, int frames)
@@ -92,7 +87,7 @@ TEST(KelvaneInstances, TwoInstancesShareTheProcessAndCloseInEitherOrder)
             host.close();
         else
         {
-            closeEffect(second);
+            second->dispatcher(second, effClose, 0, 0, nullptr, 0.0f);
             survivor = host.effect;
         }
         // The one left keeps its own settings and still processes and saves.
@@ -101,7 +96,7 @@ TEST(KelvaneInstances, TwoInstancesShareTheProcessAndCloseInEitherOrder)
         EXPECT_EQ(render(survivor, 2, 256).size(), 1024u);
         EXPECT_FALSE(getChunk(survivor).empty());
         if (firstClosesFirst)
-            closeEffect(second);
+            second->dispatcher(second, effClose, 0, 0, nullptr, 0.0f);
     }
     // After the last one closed, a new one brings the framework up again.
     TestHost again;

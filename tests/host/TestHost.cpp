@@ -41,25 +41,13 @@ TestHost::~TestHost()
 bool TestHost::load(const std::string& path, const char* entryName)
 {
     library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (library == nullptr)
-    {
-        failure = dlerror();
-        return false;
-    }
-    void* const symbol = dlsym(library, entryName);
-    if (symbol == nullptr)
-    {
-        failure = "no entry point";
-        return false;
-    }
-    const auto entry = reinterpret_cast<VstPluginEntryProc>(symbol);
-    effect = entry(recordCall);
-    if (effect == nullptr)
-    {
-        failure = "no effect";
-        return false;
-    }
-    return true;
+    void* const symbol = library != nullptr ? dlsym(library, entryName) : nullptr;
+    effect = symbol != nullptr ? reinterpret_cast<VstPluginEntryProc>(symbol)(recordCall) : nullptr;
+    failure = library == nullptr  ? dlerror()
+              : symbol == nullptr ? "no entry point"
+              : effect == nullptr ? "no effect"
+                                  : "";
+    return effect != nullptr;
 }
 
 VstIntPtr TestHost::dispatch(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* pointer, float opt)
