@@ -25,6 +25,8 @@ TEST_F(KelvaneRender, EveryRefusalIsOneLineWithItsStatusAndChangesNoFile)
     // Each run goes to the test gain plug-in unless its arguments name another with --plugin.
     const struct { std::vector<std::string> arguments; int status; std::string text; } refusals[] = {
         {{"missing.wav", "out.wav"}, failed, "input missing.wav does not exist"},
+        // After "--" a name that starts with a dash is a file.
+        {{"--", "-in.wav", "out.wav"}, failed, "input -in.wav does not exist"},
         {{"fake.wav", "out.wav"}, failed, "cannot read fake.wav"},
         {{"fake.wav", "out.wav"}, failed, "give a WAV, FLAC, AIFF or Ogg file"},
         {{".", "out.wav"}, failed, "is a folder; give an audio file"},
@@ -44,6 +46,7 @@ TEST_F(KelvaneRender, EveryRefusalIsOneLineWithItsStatusAndChangesNoFile)
          "is not a VST 2.4 plug-in: it has no entry point VSTPluginMain or main"},
         {{"--plugin", NULL_EFFECT_PLUGIN, "in.wav", "out.wav"}, failed, "returned no effect"},
         {{"--set", "Volume=0.5", "--list"}, failed, "unknown parameter 'Volume'; --list shows the names and indices"},
+        {{"--set=a=b=1", "--list"}, failed, "unknown parameter 'a=b'"},  // the name ends at the last '='
         {{"--set", "3=0.5", "--list"}, failed, "unknown parameter '3'"},
         {{"--set", "99999999999999999999=0.5", "--list"}, failed, "unknown parameter '99999999999999999999'"},
         {{"--set", "Gain=1.0000001", "--list"}, wrongCommandLine, "the value 1.0000001 of Gain is outside 0..1"},

@@ -31,9 +31,10 @@ TEST_F(KelvaneRender, SettingsByNameOrIndexReachEverySampleOfAStereoOrMonoFileAt
     // Each run replaces the output of the one before, with --force.
     const Audio mono = signal(1, 1234, 44100);
     writeAudio("mono.wav", mono);
-    for (const std::string block : {"--block=1024", "--block=7", "--block=4096"})
+    // Block sizes from 1 to 65536 are taken, and options may follow the files.
+    for (const std::string block : {"--block=1024", "--block=1", "--block=65536"})
     {
-        run = gain({"--set", "gain=0.75", "--set", "swap=1", block, "--force", "mono.wav", "out.wav"});
+        run = gain({"--set", "gain=0.75", "--set", "swap=1", block, "mono.wav", "out.wav", "--force"});
         ASSERT_EQ(run.status, 0) << run.err;
         EXPECT_EQ(run.out, "wrote out.wav (mono, 44100 Hz)\n");
         wet = readAudio("out.wav");
