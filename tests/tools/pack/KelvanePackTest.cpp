@@ -28,52 +28,48 @@ std::string floatWav(int rate, const std::vector<float>& samples)
 }
 }  // namespace
 
-// The recipe of the round trip and its sources: pictures with and without alpha, sounds of every
-// width, text with escapes, a binary file with every byte value.
 class KelvanePackRoundTrip : public ToolTest
 {
 protected:
     KelvanePackRoundTrip() : ToolTest(KELVANE_PACK) {}
-
-    void SetUp() override
-    {
-        ToolTest::SetUp();
-        write("art/my knob.png", TestPictures::encodePng({3, 2, PNG_COLOR_TYPE_RGB_ALPHA, 8, false,
-                                                          {{200, 100, 50, 255, 200, 100, 50, 128, 9, 9, 9, 0},
-                                                           {10, 20, 30, 1, 250, 3, 77, 200, 1, 2, 3, 99}}}));
-        write("art/background.png",
-              TestPictures::encodePng({2, 2, PNG_COLOR_TYPE_RGB, 8, false, {{1, 2, 3, 4, 5, 6}, {7, 8, 9, 10, 11, 12}}}));
-        write("art/led.jpg", TestPictures::encodeJpeg(8, 8, 1, std::vector<uint8_t>(64, 90)));
-        write("sounds/eight.wav", Wav::file(Wav::format(1, 1, 22050, 8) + Wav::chunk("data", Wav::samples({0x80, 0x01, 0xFF}, 8))));
-        write("sounds/sixteen.wav", Wav::file(Wav::format(1, 2, 44100, 16) + Wav::chunk("data", Wav::samples({1, -2, 300, -32768}, 16))));
-        write("sounds/twentyfour.wav", Wav::file(Wav::format(1, 1, 48000, 24) + Wav::chunk("data", Wav::samples({0x123456, -5}, 24))));
-        write("sounds/float.wav", floatWav(96000, {0.25f, -0.75f}));
-        write("sounds/integer.wav", Wav::file(Wav::format(1, 1, 8000, 32) + Wav::chunk("data", Wav::samples({0x40000000, -0x40000000}, 32))));
-        std::string everyByte;
-        for (int value = 0; value < 256; ++value)
-            everyByte += static_cast<char>(value);
-        write("data/table.bin", everyByte);
-        // Blanks around fields, tabs and a line ending in CR LF; a path with a blank; an absolute path.
-        write("art.recipe",
-              "# The test's art\n"
-              "\n"
-              "KL.0001.tif  image   art/background.png\n"
-              "  slice_knob\timage   art/my knob.png  \r\n"
-              "satled.png   image   art/led.jpg\n"
-              "   # an indented comment\n"
-              "eight        sound   sounds/eight.wav\n"
-              "sixteen      sound   sounds/sixteen.wav\n"
-              "twentyfour   sound   sounds/twentyfour.wav\n"
-              "float        sound   sounds/float.wav\n"
-              "integer      sound   sounds/integer.wav\n"
-              "about        text    Kelvane\\sby Morvenna\\nline two\\\\\\t \n"
-              "empty         text\n"
-              "table        binary  " + path("data/table.bin") + "\n");
-    }
 };
 
+// The recipe of the round trip and its sources: pictures with and without alpha, sounds of every
+// width, text with escapes, a binary file with every byte value.
 TEST_F(KelvanePackRoundTrip, BuildListExtractCompareRebuildAndEdit)
 {
+    write("art/my knob.png", TestPictures::encodePng({3, 2, PNG_COLOR_TYPE_RGB_ALPHA, 8, false,
+                                                      {{200, 100, 50, 255, 200, 100, 50, 128, 9, 9, 9, 0},
+                                                       {10, 20, 30, 1, 250, 3, 77, 200, 1, 2, 3, 99}}}));
+    write("art/background.png",
+          TestPictures::encodePng({2, 2, PNG_COLOR_TYPE_RGB, 8, false, {{1, 2, 3, 4, 5, 6}, {7, 8, 9, 10, 11, 12}}}));
+    write("art/led.jpg", TestPictures::encodeJpeg(8, 8, 1, std::vector<uint8_t>(64, 90)));
+    write("sounds/eight.wav", Wav::file(Wav::format(1, 1, 22050, 8) + Wav::chunk("data", Wav::samples({0x80, 0x01, 0xFF}, 8))));
+    write("sounds/sixteen.wav", Wav::file(Wav::format(1, 2, 44100, 16) + Wav::chunk("data", Wav::samples({1, -2, 300, -32768}, 16))));
+    write("sounds/twentyfour.wav", Wav::file(Wav::format(1, 1, 48000, 24) + Wav::chunk("data", Wav::samples({0x123456, -5}, 24))));
+    write("sounds/float.wav", floatWav(96000, {0.25f, -0.75f}));
+    write("sounds/integer.wav", Wav::file(Wav::format(1, 1, 8000, 32) + Wav::chunk("data", Wav::samples({0x40000000, -0x40000000}, 32))));
+    std::string everyByte;
+    for (int value = 0; value < 256; ++value)
+        everyByte += static_cast<char>(value);
+    write("data/table.bin", everyByte);
+    // Blanks around fields, tabs and a line ending in CR LF; a path with a blank; an absolute path.
+    write("art.recipe",
+          "# The test's art\n"
+          "\n"
+          "KL.0001.tif  image   art/background.png\n"
+          "  slice_knob\timage   art/my knob.png  \r\n"
+          "satled.png   image   art/led.jpg\n"
+          "   # an indented comment\n"
+          "eight        sound   sounds/eight.wav\n"
+          "sixteen      sound   sounds/sixteen.wav\n"
+          "twentyfour   sound   sounds/twentyfour.wav\n"
+          "float        sound   sounds/float.wav\n"
+          "integer      sound   sounds/integer.wav\n"
+          "about        text    Kelvane\\sby Morvenna\\nline two\\\\\\t \n"
+          "empty         text\n"
+          "table        binary  " + path("data/table.bin") + "\n");
+
     const Run built = run({"build", "art.recipe", "resources.bin"});
     ASSERT_EQ(built.status, 0) << built.err;
     EXPECT_EQ(built.out, "resources.bin: 11 entries\n");
