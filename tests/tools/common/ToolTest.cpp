@@ -28,20 +28,11 @@ std::string ToolTest::read(const std::string& name) const
     return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
 }
 
-std::vector<std::string> ToolTest::files() const
-{
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder))
-        names.push_back(entry.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
 std::map<std::string, std::string> ToolTest::contents() const
 {
     std::map<std::string, std::string> all;
-    for (const std::string& name : files())
-        all[name] = std::filesystem::is_directory(path(name)) ? "(a folder)" : read(name);
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        all[entry.path().filename().string()] = entry.is_directory() ? "(a folder)" : read(entry.path().string());
     return all;
 }
 

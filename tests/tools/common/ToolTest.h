@@ -33,9 +33,8 @@ protected:
     void write(const std::string& name, const std::string& bytes) const;
     // The whole file; empty when it cannot be read.
     std::string read(const std::string& name) const;
-    // The names in the test's folder, sorted: what a run left behind.
-    std::vector<std::string> files() const;
-    // Each of files() with its bytes: what a run that must write nothing is checked against.
+    // The names in the test's folder with their bytes ("(a folder)" for a folder): what a run left
+    // behind, or what a run that must write nothing is checked against.
     std::map<std::string, std::string> contents() const;
 
     // Runs the program with `arguments` in the test's folder; `environment` entries
