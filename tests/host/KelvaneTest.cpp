@@ -192,13 +192,9 @@ TEST_F(Kelvane, DamagedChunksAnswerZeroAndChangeNothing)
     effect->setParameter(effect, gain, 0.7f);
     setChunk(effect, chunkOf("<KELVANE uiWidthNew=\"900\" uiHeightNew=\"210\"><Program/></KELVANE>"));
     const std::string good = getChunk(effect);
-    std::string noise(3000, '\0');
-    unsigned seed = 12345;
-    for (char& byte : noise)
-        byte = static_cast<char>((seed = seed * 1103515245u + 12345u) >> 16);
     const std::string other = "<KELVANE uiWidthNew=\"1400\"><Program gain=\"0.1\"/></KELVANE>";
+    // Arbitrary bytes are the chunk fuzzer's; here each way a chunk can be damaged.
     const std::string damaged[] = {
-        noise,
         good.substr(0, good.size() / 2),  // cut off
         "v" + chunkOf(other).substr(1),    // the magic in another case
         "2CV!" + chunkOf(other).substr(4),  // or byte order
