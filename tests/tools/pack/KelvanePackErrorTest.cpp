@@ -45,9 +45,7 @@ TEST_F(KelvanePackErrors, EveryRefusalIsOneLineAndChangesNoFile)
     write("empty.bin", "");
     // The second entry cut short, its magic damaged, its type unknown.
     write("cut.bin", good.substr(0, good.size() - 3));
-    std::string badMagic = good;
-    badMagic[badMagic.find("Q1RES00", 30) + 6] = '1';
-    write("magic.bin", badMagic);
+    write("magic.bin", std::string(good).replace(good.find("Q1RES00", 30) + 6, 1, "1"));
     write("type.bin", packOf(2, textEntry("first", "one") + wireString("Q1RES00") + wireString("odd") + int32(7) + wireString("x")));
     write("count.bin", packOf(3, textEntry("first", "one") + textEntry("second", "two")));
     write("stray.bin", good + "xyz");

@@ -20,15 +20,6 @@ const char* const defaultList =
     "    5  Release Time  0.500000  mid\n"
     "    6  Drive         0.000000  0 %\n";
 
-// The demo loop's samples as kelvane-render writes them, interleaved.
-std::vector<float> demoLoop(const DemoDrumLoop& loop)
-{
-    std::vector<float> interleaved;
-    for (int frame = 0; frame < DemoDrumLoop::frameCount; ++frame)
-        interleaved.insert(interleaved.end(), {loop.left()[frame], loop.right()[frame]});
-    return interleaved;
-}
-
 // The mean of the peaks in the first 5 ms of the demo loop's kicks, left channel.
 double onsetPeak(const DemoDrumLoop& loop, const std::vector<float>& interleaved)
 {
@@ -78,11 +69,15 @@ TEST_F(RenderingKelvane, AttackSettingsRaiseAndLowerTheOnsetsAndBypassPassesTheI
     ASSERT_EQ(kelvane({"--demo", "--set", "Attack=0", "attack-down.wav"}).status, 0);
     ASSERT_EQ(kelvane({"--demo", "--set", "Bypass=1", "--block", "300", "bypassed.wav"}).status, 0);
     const DemoDrumLoop loop;
-    const std::vector<float> dry = demoLoop(loop);
+    std::vector<float> dry;  // the demo loop as kelvane-render writes it, interleaved
+    for (int frame = 0; frame < DemoDrumLoop::frameCount; ++frame)
+        dry.insert(dry.end(), {loop.left()[frame], loop.right()[frame]});
     const double neutral = onsetPeak(loop, readAudio("default.wav").samples);
     // At the centre the shaper leaves the level alone (the drive stage is all but linear here).
     EXPECT_NEAR(neutral / onsetPeak(loop, dry), 1.0, 0.02);
     EXPECT_GT(onsetPeak(loop, readAudio("attack-up.wav").samples), 1.5 * neutral);
     EXPECT_LT(onsetPeak(loop, readAudio("attack-down.wav").samples), 0.8 * neutral);
-    EXPECT_EQ(readAudio("bypassed.wav").samples, dry);
+    const Audio bypassed = readAudio("bypassed.wav");
+    EXPECT_EQ(bypassed.sampleRate, DemoDrumLoop::sampleRate);
+    EXPECT_EQ(bypassed.samples, dry);
 }
