@@ -6,6 +6,7 @@
 #include "media/resource/ResourcePack.h"
 #include "native/bundle/BundlePaths.h"
 #include "plugin/SharedResourcePack.h"
+#include "render/font/FontServices.h"
 
 #define KELVANE_ENTRY extern "C" __attribute__((visibility("default")))
 
@@ -22,8 +23,10 @@ void deleteResourcePack(q1framework::ResourcePack* pack)
 }
 
 // At load time, before any entry point runs: resource files are found in the bundle, the folder
-// of this shared object, and the plug-in's shared pack is read from there.
+// of this shared object, and the plug-in's shared pack is read from there; the font engine comes
+// up and goes down with the framework.
 const bool servicesRegistered = [] {
+    q1framework::registerFontServices();
     q1framework::ResourcePack::setResourcePathFunction(&q1framework::BundlePaths::getResourcePath);
     q1framework::SharedResourcePack::setFunctions(&loadResourcePack, &deleteResourcePack);
     return true;
