@@ -23,6 +23,7 @@
 #include "dsp/TransientProcessor.h"
 
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <limits>
 
@@ -359,26 +360,46 @@ struct Shaper
             Lanes::storePartial(out + frame, output, count);
     }
 
-    // One chunk whose records are ready, starting at `start` of the buffers. First the gains of
-    // all its frames, then each channel: short loops of independent iterations let the processor
-    // overlap many groups' divisions. The left channel goes first, as in the per-sample order;
-    // the drive peak is a maximum, so the lanes may add to it in any order.
+    // One chunk whose records are ready: `frames` frames from `start` of the buffers. First the
+    // gains of all its frames, then each channel: short loops of independent iterations let the
+    // processor overlap many groups' divisions. The left channel goes first, as in the per-sample
+    // order; the drive peak is a maximum, so the lanes may add to it in any order.
+    //
+    // A host may hand one buffer as the left output and the right input. Then the right input of
+    // the chunk is copied aside before the left output overwrites it, so that both inputs of a
+    // frame are read before either output of it is written, as frame by frame.
     template <int channels, bool accumulate>
     [[gnu::noinline]] static void shapeChunk(const TransientBlockPaths::Buffers& buffers, int start, int frames,
-                           const ChunkRecord& record, Float& peak)
+                                             bool leftOutputIsRightInput, const ChunkRecord& record, Float& peak)
     {
         alignas(64) float gains[chunkFrames];
         for (int frame = 0; frame < frames; frame += Width)
             Lanes::store(gains + frame, gainAt(record, frame));
+        alignas(64) float rightInputCopy[channels == 2 ? chunkFrames : 1];
+        const float* rightInput = channels == 2 ? buffers.inRight + start : nullptr;
+        if (channels == 2 && leftOutputIsRightInput)
+        {
+            std::memcpy(rightInputCopy, rightInput, sizeof(float) * static_cast<std::size_t>(frames));
+            rightInput = rightInputCopy;
+        }
         for (int frame = 0; frame < frames; frame += Width)
-            shape<channels == 2 && accumulate, accumulate>(buffers.inLeft, buffers.outLeft, start + frame,
+            shape<channels == 2 && accumulate, accumulate>(buffers.inLeft + start, buffers.outLeft + start, frame,
                                                            frames - frame < Width ? frames - frame : Width,
                                                            Lanes::load(gains + frame), record, frame, peak);
         if constexpr (channels == 2)
             for (int frame = 0; frame < frames; frame += Width)
-                shape<false, accumulate>(buffers.inRight, buffers.outRight, start + frame,
+                shape<false, accumulate>(rightInput, buffers.outRight + start, frame,
                                          frames - frame < Width ? frames - frame : Width, Lanes::load(gains + frame),
                                          record, frame, peak);
+    }
+
+    // Whether the left output and the right input share memory within a block of `count` frames.
+    static bool overlap(const float* output, const float* input, int count)
+    {
+        const auto outputStart = reinterpret_cast<std::uintptr_t>(output);
+        const auto inputStart = reinterpret_cast<std::uintptr_t>(input);
+        const std::uintptr_t bytes = sizeof(float) * static_cast<std::uintptr_t>(count);
+        return outputStart < inputStart + bytes && inputStart < outputStart + bytes;
     }
 
     template <int channels, bool accumulate>
@@ -387,12 +408,13 @@ struct Shaper
         Detector detector(p, rampStepsFor(p, count));
         ChunkRecord record;
         Float peak = Lanes::splat(-std::numeric_limits<float>::infinity());
+        const bool leftOutputIsRightInput = channels == 2 && overlap(buffers.outLeft, buffers.inRight, count);
         for (int start = 0; start < count; start += chunkFrames)
         {
             const int frames = count - start < chunkFrames ? count - start : chunkFrames;
             detector.follow<channels, Width>(buffers.inLeft + start, channels == 2 ? buffers.inRight + start : nullptr,
                                              frames, record);
-            shapeChunk<channels, accumulate>(buffers, start, frames, record, peak);
+            shapeChunk<channels, accumulate>(buffers, start, frames, leftOutputIsRightInput, record, peak);
         }
         detector.storeInto(p);
 

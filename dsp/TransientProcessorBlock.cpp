@@ -40,10 +40,15 @@ void TransientProcessor::processStereo(const float* inLeft, const float* inRight
         return;
     if (bypassed)
     {
+        // Both inputs of a frame are read before either output of it is written: a host may hand
+        // one buffer as an output of one channel and the input of the other.
         for (int i = 0; i < count; ++i)
-            outLeft[i] = inLeft[i];
-        for (int i = 0; i < count; ++i)
-            outRight[i] = inRight[i];
+        {
+            const float left = inLeft[i];
+            const float right = inRight[i];
+            outLeft[i] = left;
+            outRight[i] = right;
+        }
         return;
     }
     process(*this, {inLeft, inRight, outLeft, outRight}, 2, count, accumulate);

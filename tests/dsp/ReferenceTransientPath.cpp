@@ -70,9 +70,13 @@ void referenceProcess(TransientProcessor& p, const float* inLeft, const float* i
     if (p.bypassed)
     {
         for (int i = 0; i < count; ++i)
-            outLeft[i] = inLeft[i];
-        for (int i = 0; channels == 2 && i < count; ++i)
-            outRight[i] = inRight[i];
+        {
+            const float left = inLeft[i];
+            const float right = channels == 2 ? inRight[i] : 0.0f;
+            outLeft[i] = left;
+            if (channels == 2)
+                outRight[i] = right;
+        }
         return;
     }
     const DenormalGuard guard;

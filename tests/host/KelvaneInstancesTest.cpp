@@ -20,13 +20,6 @@ using namespace EffectCalls;
 
 namespace
 {
-// Another effect from the library `host` loaded, made through the entry point `entryName`.
-AEffect* anotherEffect(TestHost& host, const char* entryName = "VSTPluginMain")
-{
-    const auto entry = reinterpret_cast<VstPluginEntryProc>(dlsym(host.library, entryName));
-    return entry != nullptr ? entry(TestHost::callback()) : nullptr;
-}
-
 // `blocks` blocks of noise bursts that decay as drum hits through the effect; the output, left
 // channel then right.
 std::vector<float> render(AEffect* effect, int blocks, int frames)
@@ -65,7 +58,7 @@ TEST(KelvaneInstances, TwoInstancesShareTheProcessAndCloseInEitherOrder)
     {
         TestHost host;
         ASSERT_TRUE(host.load(KELVANE_PLUGIN)) << host.failure;
-        AEffect* second = anotherEffect(host);
+        AEffect* second = host.anotherEffect();
         ASSERT_NE(second, nullptr);
         ASSERT_NE(second, host.effect);
         // The first instance is never given a rate or a block size, nor resumed: it sounds as one

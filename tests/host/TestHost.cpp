@@ -73,6 +73,12 @@ VstIntPtr TestHost::close()
     return answer;
 }
 
+AEffect* TestHost::anotherEffect(const char* entryName)
+{
+    const auto entry = reinterpret_cast<VstPluginEntryProc>(dlsym(library, entryName));
+    return entry != nullptr ? entry(recordCall) : nullptr;
+}
+
 audioMasterCallback TestHost::callback()
 {
     return recordCall;

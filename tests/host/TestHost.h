@@ -36,6 +36,9 @@ public:
     std::string text(q1framework::VstInt32 opcode, q1framework::VstInt32 index = 0);
     // effClose; the effect is gone afterwards.
     q1framework::VstIntPtr close();
+    // Another effect from the loaded library, made through the entry point `entryName` with this
+    // host's callback; null when the entry gives none. The caller closes it (effClose).
+    q1framework::AEffect* anotherEffect(const char* entryName = "VSTPluginMain");
 
     // The callback, for effects made in the test program itself.
     static q1framework::audioMasterCallback callback();
