@@ -16,6 +16,15 @@ float driveExponentScale()
     return value;
 }
 
+// A control value limited to 0..1, NaN read as 0: a host or a damaged state may send anything, and
+// a value outside the range would take the power laws to infinity and the ramps to NaN for good.
+float limitedToUnit(float value)
+{
+    if (!(value >= 0.0f))
+        return 0.0f;
+    return value <= 1.0f ? value : 1.0f;
+}
+
 // Per-sample factor that moves a value by a factor of 0.1 (-20 dB) in `seconds` at `rate`.
 float tenthPerSeconds(double seconds, double rate)
 {
@@ -54,14 +63,16 @@ TransientProcessor::TransientProcessor()
     setSampleRate(44100.0f);
 }
 
-void TransientProcessor::setAttack(float value)
+void TransientProcessor::setAttack(float control)
 {
+    const float value = limitedToUnit(control);
     const float amount = (value - 0.5f) * 2.0f;
     attackTarget = amount >= 0.0f ? amount * 0.4f : amount * 0.6f;
 }
 
-void TransientProcessor::setRelease(float value)
+void TransientProcessor::setRelease(float control)
 {
+    const float value = limitedToUnit(control);
     const float amount = (value - 0.5f) * 2.0f;
     releaseTarget = amount < 0.0f ? amount : amount * 0.6f;
 }
@@ -71,15 +82,17 @@ void TransientProcessor::setBypass(bool bypass)
     bypassed = bypass;
 }
 
-void TransientProcessor::setGain(float value)
+void TransientProcessor::setGain(float control)
 {
+    const float value = limitedToUnit(control);
     const float amount = (value - 0.5f) * 2.0f;
     const float decibels = amount * 9.0f;
     outputGainTarget = static_cast<float>(std::pow(10.0, static_cast<double>(decibels) / 20.0));
 }
 
-void TransientProcessor::setDrive(float value)
+void TransientProcessor::setDrive(float control)
 {
+    const float value = limitedToUnit(control);
     if (value < 0.1f)
         driveTarget = (value * 10.0f) * 0.9f + 0.1f;
     else

@@ -24,7 +24,9 @@ public:
     TransientProcessor();
 
     // ---- Control setters: main thread (or the audio thread under the owner's lock). ----------
-    // Each takes a control value in 0..1 and writes one target; the processing ramps to it.
+    // Each takes a control value in 0..1 and writes one target; the processing ramps to it. A
+    // value outside 0..1 counts as the nearer end of the range, and NaN as 0, so that no value a
+    // host sends can make the processor's output non-finite.
 
     // Attack amount: +0.4 at 1, -0.6 at 0, 0 at 0.5 (a kink at the centre).
     void setAttack(float value);
@@ -45,8 +47,11 @@ public:
     void setSampleRate(float rate);
 
     // ---- Processing: audio thread. ------------------------------------------------------------
-    // One block of `count` frames. Each output buffer is either the input buffer of its channel
-    // or does not overlap any input. With `accumulate` the result is added to the output instead
+    // One block of `count` frames. Any of the buffers may be the same buffer as any other (a host
+    // hands one buffer as both inputs of a mono track, and processes in place); buffers that are
+    // not the same do not overlap. Both inputs of a frame are read before either output of it is
+    // written, so every way of sharing gives the samples of separate buffers; outputs that share
+    // a buffer keep the right channel. With `accumulate` the result is added to the output instead
     // of replacing it. A count below 1 does nothing.
     // A non-finite input sample gives 0.0 at the output and leaves the detectors and the drive
     // peak as they were; the ramps advance as for any other sample.

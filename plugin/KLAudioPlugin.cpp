@@ -5,6 +5,8 @@
 #include "plugin/KLStateDocument.h"
 #include "plugin/SharedResourcePack.h"
 
+#include <cmath>
+
 using q1framework::ScopedLock;
 using q1framework::String;
 
@@ -49,7 +51,9 @@ KLAudioPlugin::~KLAudioPlugin()
 
 void KLAudioPlugin::setParameter(float value, int index)
 {
-    if (index < 0 || index >= KLParameters::count)
+    // Values outside 0..1 are kept as they stand, as the state keeps them; infinity and NaN are
+    // no value at all, and a host asking for the parameter must never be answered with one.
+    if (index < 0 || index >= KLParameters::count || !std::isfinite(value))
         return;
     const ScopedLock lock(getMutex());
     program.setValue(index, value);

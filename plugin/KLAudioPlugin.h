@@ -40,8 +40,9 @@ public:
     bool setState(q1framework::Stream& stream) override;
     bool hasEditor() override { return true; }
     // Any thread; takes the mutex (the adapter holds it already). Stores value in the program and
-    // sets the processor's target; an index out of 0..6 is ignored. Attached editors show the
-    // new value.
+    // sets the processor's target; an index out of 0..6, infinity and NaN are ignored. A finite
+    // value outside 0..1 is stored as it stands and reaches the processor limited to 0..1.
+    // Attached editors show the new value.
     void setParameter(float value, int index) override;
     int getNumParameters() override { return KLParameters::count; }
     // Any thread, no lock. The program's value; 0 for an index out of range.

@@ -66,11 +66,14 @@ KLStateDocument::ProgramReading readProgram(const TiXmlElement* element)
     for (int index = 0; index < KLParameters::count; ++index)
     {
         double value = 0.0;
-        // Values are taken as they stand, also outside 0..1; "nan" and "inf", which the number
-        // reader accepts, count as malformed and leave the value.
-        if (element->QueryDoubleAttribute(KLParameters::getStateAttribute(index), &value) == TIXML_SUCCESS
-            && std::isfinite(value))
-            reading.values[index] = static_cast<float>(value);
+        // Values are taken as they stand, also outside 0..1. "nan" and "inf", which the number
+        // reader accepts, count as malformed and leave the value, and so does a number beyond the
+        // range of a float ("1e39"), which would become infinity.
+        if (element->QueryDoubleAttribute(KLParameters::getStateAttribute(index), &value) != TIXML_SUCCESS)
+            continue;
+        const float narrowed = static_cast<float>(value);
+        if (std::isfinite(narrowed))
+            reading.values[index] = narrowed;
     }
     return reading;
 }

@@ -113,6 +113,26 @@ TEST(TransientProcessor, SettersMapControlsWithTheirKinksAndLeaveTheRamps)
     EXPECT_EQ(p.driveCurrent, 0.01f) << "a new processor ramps its drive from 0.01 in the first block";
 }
 
+TEST(TransientProcessor, ControlsOutsideTheUnitRangeCountAsTheNearerEndAndNaNAsZero)
+{
+    // What a host or a damaged state may send: beyond 0..1 the power laws would reach infinity.
+    TransientProcessor p;
+    const auto targets = [&p](float control) {
+        p.setAttack(control);
+        p.setRelease(control);
+        p.setGain(control);
+        p.setDrive(control);
+        return std::vector<float>{p.attackTarget, p.releaseTarget, p.outputGainTarget, p.driveTarget};
+    };
+    const std::vector<float> top = targets(1.0f);
+    const std::vector<float> bottom = targets(0.0f);
+    for (float control : {1.0000001f, 40.0f, 60.0f, 1e30f, std::numeric_limits<float>::infinity()})
+        EXPECT_EQ(targets(control), top) << control;
+    for (float control : {-0.0000001f, -40.0f, -1e30f, -std::numeric_limits<float>::infinity(),
+                          std::numeric_limits<float>::quiet_NaN()})
+        EXPECT_EQ(targets(control), bottom) << control;
+}
+
 TEST(TransientProcessor, CoefficientTableFollowsTheTimeConstantsAndIgnoresBadRates)
 {
     TransientProcessor p;
