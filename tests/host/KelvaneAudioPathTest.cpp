@@ -3,6 +3,8 @@
 
 #include "TestHost.h"
 
+#include "support/StateChunk.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -82,15 +84,6 @@ const float hostileValues[] = {1e30f, -1e30f, 40.0f, -40.0f, 60.0f, 1e10f, std::
                                FLT_MAX, -FLT_MAX};
 // The same as they stand in a chunk's text.
 const char* const hostileTexts[] = {"1e30", "-1e30", "40", "-40", "60", "1e10", "1e39", "3.4028235e38", "-3.4028235e38"};
-
-std::string chunkOf(const std::string& text)
-{
-    const uint32_t length = static_cast<uint32_t>(text.size() + 1);
-    std::string chunk = "VC2!";
-    for (int shift = 0; shift < 32; shift += 8)
-        chunk += static_cast<char>((length >> shift) & 0xFF);
-    return chunk + text + '\0';
-}
 
 // A chunk whose program sets every value to `value` and Bypass to `bypass`.
 std::string programChunk(const std::string& value, const std::string& bypass)

@@ -3,6 +3,8 @@
 
 #include "TestHost.h"
 
+#include "support/StateChunk.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -17,16 +19,6 @@ using namespace EffectCalls;
 
 namespace
 {
-// A state chunk around a document: "VC2!", the little-endian length, the text and its zero.
-std::string chunkOf(const std::string& text)
-{
-    const uint32_t length = static_cast<uint32_t>(text.size() + 1);
-    std::string chunk = "VC2!";
-    for (int shift = 0; shift < 32; shift += 8)
-        chunk += static_cast<char>((length >> shift) & 0xFF);
-    return chunk + text + '\0';
-}
-
 // The dynamic symbols a shared object defines, as `nm -D --defined-only` lists them.
 std::set<std::string> exportedSymbols(const char* path)
 {
