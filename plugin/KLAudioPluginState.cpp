@@ -21,12 +21,12 @@ constexpr char chunkMagic[4] = {'V', 'C', '2', '!'};
 
 // The text behind the magic and the length: at most `length` bytes, ending at the first zero
 // byte. A length beyond what the stream holds reads what is there, instead of allocating what the
-// length asks for.
+// length asks for. More text than any document of ours may hold is not read at all.
 String readText(Stream& stream, int32_t length)
 {
     const int64_t available = stream.getRemainingBytes();
     const int64_t count = length < available ? length : available;
-    if (count < 1)
+    if (count < 1 || count > KLStateDocument::maximumTextBytes)
         return String();
     MemoryBlock text(count);
     if (text.getData() == nullptr)

@@ -95,8 +95,7 @@ bool isWholeUtf8(const char* text)
 // read before an error, so a document that breaks off ("<KELVANE") would otherwise count as one.
 bool parsed(TiXmlDocument& document, const String& text)
 {
-    if (!KLStateDocument::hasAtMostMarkup(text.getCString(), KLStateDocument::maximumMarkup)
-        || !isWholeUtf8(text.getCString()))
+    if (!KLStateDocument::isWithinBounds(text.getCString()) || !isWholeUtf8(text.getCString()))
         return false;
     document.Parse(text.getCString(), nullptr, TIXML_ENCODING_UTF8);
     return !document.Error();
@@ -159,11 +158,18 @@ KLStateDocument::ProgramReading KLStateDocument::parseProgram(const String& text
     return readProgram(root != nullptr ? root->FirstChildElement() : nullptr);
 }
 
-bool KLStateDocument::hasAtMostMarkup(const char* text, int count)
+bool KLStateDocument::isWithinBounds(const char* text)
 {
-    int found = 0;
-    for (const char* character = text; *character != '\0'; ++character)
-        if (*character == '<' && ++found > count)
+    int markup = 0;
+    int attributes = 0;
+    for (int length = 0; text[length] != '\0'; ++length)
+    {
+        if (length + 1 >= maximumTextBytes)
             return false;
+        if (text[length] == '<' && ++markup > maximumMarkup)
+            return false;
+        if (text[length] == '=' && ++attributes > maximumAttributes)
+            return false;
+    }
     return true;
 }

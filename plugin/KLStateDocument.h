@@ -60,18 +60,23 @@ public:
                                            const float values[KLParameters::count]);
 
     // Reads a document that print wrote. Text that is not well-formed XML (a document that breaks
-    // off included), not whole UTF-8, has more markup than maximumMarkup, or whose first element
-    // is not "KELVANE" gives a Reading with isKelvane false. A value is taken only when it reads
-    // as a number in 0..1, an editor size only in 1..32767 (what a host's editor rectangle can
-    // hold); anything else counts as missing.
+    // off included), not whole UTF-8, beyond the bounds below, or whose first element is not
+    // "KELVANE" gives a Reading with isKelvane false. Values are taken as they stand, also
+    // outside 0..1, as long as they are finite as a float; an editor size only in 1..32767 (what
+    // a host's editor rectangle can hold). Anything else counts as missing.
     static Reading parse(const q1framework::String& text);
     // Reads the first child element of the first element as a program, whatever their names.
     static ProgramReading parseProgram(const q1framework::String& text);
 
-    // The most markup ("<" characters) a document may hold; our documents hold four. TinyXML
-    // parses, prints and deletes nested elements by recursion, one stack frame per level, and a
-    // level takes at least one "<": a hostile text of deep nesting is refused before parsing,
-    // instead of exhausting the stack of the host's thread.
-    static constexpr int maximumMarkup = 64;
-    static bool hasAtMostMarkup(const char* text, int count);
+    // The bounds of a document, checked in one pass before the parser sees it, so that any text
+    // is read or refused within a few milliseconds. Our documents are about 400 bytes, with four
+    // "<" and thirteen attributes.
+    // - The parser reads nested elements by recursion, one stack frame per level, and a level
+    //   takes at least one "<": deep nesting would exhaust the stack of the host's thread.
+    // - It compares each new attribute of an element with all before it, so its work grows with
+    //   the square of their number; an attribute takes at least one "=".
+    static constexpr int maximumTextBytes = 65536;  // the terminating zero included
+    static constexpr int maximumMarkup = 64;        // "<" characters
+    static constexpr int maximumAttributes = 256;   // "=" characters
+    static bool isWithinBounds(const char* text);
 };

@@ -6,6 +6,8 @@
 #include "plugin/KLAudioPlugin.h"
 #include "plugin/KLStateDocument.h"
 
+#include "support/StateChunk.h"
+
 #include <gtest/gtest.h>
 
 #include <clocale>
@@ -16,11 +18,13 @@
 
 using namespace q1framework;
 
-// glibc keeps the folder list of LOCPATH, which the comma-locale test sets, for the life of the
-// process without holding a pointer to it; LeakSanitizer would report it as a leak of ours.
+// glibc's newlocale builds the folder list of LOCPATH, which the comma-locale test sets, and never
+// frees it; LeakSanitizer would report it as a leak of ours. The function that allocates it is
+// "__argz_add_sep" where glibc's debug symbols are installed and its public alias "argz_add_sep"
+// where they are not; a suppression matches any function whose name contains its pattern.
 extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions()
 {
-    return "leak:__argz_add_sep\n";
+    return "leak:argz_add_sep\n";
 }
 
 namespace
@@ -36,16 +40,6 @@ std::string stateOf(KLAudioPlugin& plugin)
     MemoryStream stream;
     EXPECT_TRUE(plugin.getState(stream));
     return std::string(static_cast<const char*>(stream.getData()), static_cast<std::size_t>(stream.getSize()));
-}
-
-// A chunk around `text`: magic, little-endian length (text and its zero), text, zero.
-std::string chunkOf(const std::string& text)
-{
-    const uint32_t length = static_cast<uint32_t>(text.size() + 1);
-    std::string chunk = "VC2!";
-    for (int shift = 0; shift < 32; shift += 8)
-        chunk += static_cast<char>((length >> shift) & 0xFF);
-    return chunk + text + '\0';
 }
 
 void load(KLAudioPlugin& plugin, const std::string& bytes)
@@ -105,6 +99,43 @@ TEST(KLAudioPluginState, HostileLengthsNestingAndAStateChunkReadAsAProgramAreRea
     KLAudioPlugin untouched;
     untouched.readProgram(0, state);
     EXPECT_EQ(untouched.getParameter(KLParameters::drive), 0.0);
+}
+
+TEST(KLAudioPluginState, AChunkOfAHundredThousandAttributesIsRefusedBeforeParsing)
+{
+    // Each attribute the parser takes is compared with all it has taken: a hundred thousand of
+    // them, a chunk of 1.3 MB, would hold the host's thread for most of a minute.
+    KLAudioPlugin plugin;
+    std::string text = "<KELVANE uiWidthNew=\"1300\"><Program drive=\"0.5\"";
+    for (int attribute = 0; attribute < 100000; ++attribute)
+        text += " a" + std::to_string(attribute) + "=\"1\"";
+    load(plugin, chunkOf(text + "/></KELVANE>"));
+    EXPECT_EQ(plugin.getEditorWidth(), 750);
+    EXPECT_EQ(plugin.getParameter(KLParameters::drive), 0.0);
+}
+
+TEST(KLAudioPluginState, AChunkOfAMegabyteInOneAttributeIsRefusedBeforeParsing)
+{
+    KLAudioPlugin plugin;
+    const std::string name(1 << 20, 'k');
+    load(plugin, chunkOf("<KELVANE uiWidthNew=\"1300\"><Program name=\"" + name + "\" drive=\"0.5\"/></KELVANE>"));
+    EXPECT_EQ(plugin.getEditorWidth(), 750);
+    EXPECT_EQ(plugin.getParameter(KLParameters::drive), 0.0);
+    EXPECT_EQ(plugin.getProgramName(0).getCString(), std::string("init0"));
+}
+
+TEST(KLAudioPluginState, AChunkAtTheLimitsOfSizeAndAttributesStillLoads)
+{
+    // Room for what a future version may add: a long name and dozens of attributes.
+    KLAudioPlugin plugin;
+    std::string text = "<KELVANE uiWidthNew=\"1300\"><Program name=\"" + std::string(60000, 'k') + "\" drive=\"0.5\"";
+    for (int attribute = 0; attribute < KLStateDocument::maximumAttributes - 3; ++attribute)
+        text += " a" + std::to_string(attribute) + "=\"1\"";
+    text += "/></KELVANE>";
+    ASSERT_LE(text.size() + 1, static_cast<std::size_t>(KLStateDocument::maximumTextBytes));
+    load(plugin, chunkOf(text));
+    EXPECT_EQ(plugin.getEditorWidth(), 1300);
+    EXPECT_EQ(plugin.getParameter(KLParameters::drive), 0.5);
 }
 
 TEST(KLAudioPluginState, NumbersAreWrittenAndReadTheSameInAHostThatUsesACommaLocale)
