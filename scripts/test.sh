@@ -63,8 +63,11 @@ if "$root/scripts/build.sh" fuzz --target fuzzers; then
     rm -rf "$work"
     mkdir -p "$work/corpus" "$work/artifacts"
     cp "$corpus"* "$work/corpus/"
+    # The target's own flags: the largest input that fits its format.
+    options=()
+    [ -f "$fuzzer.options" ] && read -r -a options <"$fuzzer.options"
     # A crash, a sanitizer report, a leak or an input slower than 10 s ends the run non-zero.
-    if ! (cd "$work" && TMPDIR="$work" "$fuzzer" -max_total_time="$fuzz_seconds" -timeout=10 \
+    if ! (cd "$work" && TMPDIR="$work" "$fuzzer" "${options[@]}" -max_total_time="$fuzz_seconds" -timeout=10 \
             -artifact_prefix="$work/artifacts/" "$work/corpus" >"$work/fuzz.log" 2>&1); then
       tail -n 40 "$work/fuzz.log"
       fuzz_failures+=("$name: failed, input saved in build/fuzz/run/$name/artifacts/")
