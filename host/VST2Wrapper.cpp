@@ -32,7 +32,6 @@ AudioEffect* createEffectInstance(audioMasterCallback host)
 
 VST2Wrapper::VST2Wrapper(audioMasterCallback host, AudioPlugin* ownedPlugin, const PluginDescription& description)
     : AudioEffectX(host, programCount, ownedPlugin->getNumParameters()),
-      extraFlag((description.flags & PluginDescription::extraFlagBit) != 0),
       plugin(ownedPlugin)
 {
     setInitialDelay(plugin->getLatency());

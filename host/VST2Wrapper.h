@@ -94,15 +94,12 @@ public:
     // the host resized its window.
     bool editorSizeChanged(VstInt32 width, VstInt32 height);
 
-    // Bit 1 of the description's flags, kept for the effect's own use.
-    bool getExtraFlag() const { return extraFlag; }
     AudioPlugin* getPlugin() const { return plugin; }
 
 private:
     // AudioPlugin::Listener: a latency change becomes the host's initial delay (audioMasterIOChanged).
     void pluginChanged(int kind) override;
 
-    bool extraFlag;
     MemoryStream chunkStream;  // the last chunk handed to the host
     AudioPlugin* plugin;       // owned
 };

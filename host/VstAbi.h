@@ -8,6 +8,8 @@
 // Everything here is plain data shared with code built elsewhere: never reorder a field or change
 // a value. The effect side (AudioEffect) and the host side (kelvane-render) both include this.
 
+#include "foundation/string/FourCharacterCode.h"
+
 #include <cstddef>
 #include <cstdint>
 
@@ -16,15 +18,6 @@ namespace q1framework
 using VstInt16 = std::int16_t;
 using VstInt32 = std::int32_t;
 using VstIntPtr = std::intptr_t;  // pointer-sized: 64 bits here
-
-// A four-character code as the interface stores it: the first character in the high byte.
-constexpr VstInt32 fourCharacterCode(char a, char b, char c, char d)
-{
-    return static_cast<VstInt32>((static_cast<std::uint32_t>(static_cast<unsigned char>(a)) << 24)
-                                 | (static_cast<std::uint32_t>(static_cast<unsigned char>(b)) << 16)
-                                 | (static_cast<std::uint32_t>(static_cast<unsigned char>(c)) << 8)
-                                 | static_cast<std::uint32_t>(static_cast<unsigned char>(d)));
-}
 
 struct AEffect;
 

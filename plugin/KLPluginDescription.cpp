@@ -1,5 +1,6 @@
 // Kelvane's identity, as the host adapter reads it.
 
+#include "foundation/string/FourCharacterCode.h"
 #include "plugin/PluginDescription.h"
 
 namespace q1framework
@@ -22,7 +23,7 @@ PluginDescription* createPluginDescription()
                                  0x8C, 0x79, 0x60, 0xEE, 0x60, 0x88, 0x70, 0x9B};
     for (int byte = 0; byte < 16; ++byte)
         description->classId[byte] = classId[byte];
-    description->uniqueId = PluginDescription::fourCharacterCode("KeLv");
+    description->uniqueId = fourCharacterCode('K', 'e', 'L', 'v');
     // A child window (0x100) that may be resized (0x8).
     description->windowFlags = 264;
     description->bundleId = "com.morvenna-audio.kelvane";

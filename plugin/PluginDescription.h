@@ -16,7 +16,6 @@ struct PluginDescription
 {
     // Bits of `flags`.
     static constexpr uint32_t isSynthFlag = 1u << 0;    // the adapter reports an instrument
-    static constexpr uint32_t extraFlagBit = 1u << 1;   // handed to the adapter as its extra flag
 
     String formatName = "VST";       // the plug-in format, the same in every description
     String reservedText;
@@ -33,15 +32,6 @@ struct PluginDescription
     int32_t uniqueId = 0;            // four-character code, first character in the high byte
     int32_t windowFlags = 0;         // window style bits of the editor's holder window
     String bundleId;                 // reverse-domain identifier of the bundle
-
-    // A four-character code as one number, the first character in the high byte: "KeLv".
-    static constexpr int32_t fourCharacterCode(const char (&code)[5])
-    {
-        return static_cast<int32_t>((static_cast<uint32_t>(static_cast<unsigned char>(code[0])) << 24)
-                                    | (static_cast<uint32_t>(static_cast<unsigned char>(code[1])) << 16)
-                                    | (static_cast<uint32_t>(static_cast<unsigned char>(code[2])) << 8)
-                                    | static_cast<uint32_t>(static_cast<unsigned char>(code[3])));
-    }
 
     // The version as text, the four numbers joined by ".", as "2.5.3.0".
     String getVersionText() const;
