@@ -49,12 +49,11 @@ Voice voiceOf(DemoDrumLoop::Instrument instrument)
     return {0.0, 0.0f, 0.0f};
 }
 
-// One sample of a hit `t` seconds after its start. `phase` and `highPass` carry the oscillator
+// One sample of a hit `t` seconds after its start, `dt` seconds after the one before. `phase` and `highPass` carry the oscillator
 // phase and the noise filter's memory from sample to sample.
-float voiceSample(DemoDrumLoop::Instrument instrument, double t, double& phase, float& highPass,
+float voiceSample(DemoDrumLoop::Instrument instrument, double t, double dt, double& phase, float& highPass,
                   Noise& noise)
 {
-    const double dt = 1.0 / DemoDrumLoop::sampleRate;
     switch (instrument)
     {
         case DemoDrumLoop::Instrument::kick:
@@ -89,13 +88,13 @@ float voiceSample(DemoDrumLoop::Instrument instrument, double t, double& phase, 
     return 0.0f;
 }
 
-std::vector<DemoDrumLoop::Hit> pattern()
+std::vector<DemoDrumLoop::Hit> pattern(int rate)
 {
     using Instrument = DemoDrumLoop::Instrument;
     std::vector<DemoDrumLoop::Hit> hits;
-    const auto add = [&hits](int bar, int step, Instrument instrument, float velocity) {
+    const auto add = [&hits, rate](int bar, int step, Instrument instrument, float velocity) {
         const double seconds = (bar * stepsPerBar + step) * secondsPerStep;
-        hits.push_back({static_cast<int>(std::lround(seconds * DemoDrumLoop::sampleRate)), instrument,
+        hits.push_back({static_cast<int>(std::lround(seconds * rate)), instrument,
                         velocity});
     };
     for (int bar = 0; bar < bars; ++bar)
@@ -126,21 +125,23 @@ std::vector<DemoDrumLoop::Hit> pattern()
 }
 }
 
-DemoDrumLoop::DemoDrumLoop()
-    : leftChannel(frameCount, 0.0f), rightChannel(frameCount, 0.0f), hitList(pattern())
+DemoDrumLoop::DemoDrumLoop(int loopRate)
+    : rate(loopRate), leftChannel(static_cast<std::size_t>(loopRate) * 8, 0.0f),
+      rightChannel(leftChannel.size(), 0.0f), hitList(pattern(loopRate))
 {
+    const int frames = static_cast<int>(leftChannel.size());
     for (std::size_t index = 0; index < hitList.size(); ++index)
     {
         const Hit& hit = hitList[index];
         const Voice voice = voiceOf(hit.instrument);
-        const int length = std::min(static_cast<int>(voice.seconds * sampleRate), frameCount - hit.frame);
+        const int length = std::min(static_cast<int>(voice.seconds * rate), frames - hit.frame);
         Noise noise(static_cast<std::uint32_t>(index));
         double phase = 0.0;
         float highPass = 0.0f;
         for (int i = 0; i < length; ++i)
         {
             const float sample =
-                voiceSample(hit.instrument, static_cast<double>(i) / sampleRate, phase, highPass, noise) *
+                voiceSample(hit.instrument, static_cast<double>(i) / rate, 1.0 / rate, phase, highPass, noise) *
                 hit.velocity;
             leftChannel[hit.frame + i] += sample * voice.panLeft;
             rightChannel[hit.frame + i] += sample * voice.panRight;
@@ -148,10 +149,10 @@ DemoDrumLoop::DemoDrumLoop()
     }
 
     float peak = 0.0f;
-    for (int i = 0; i < frameCount; ++i)
+    for (int i = 0; i < frames; ++i)
         peak = std::max({peak, std::fabs(leftChannel[i]), std::fabs(rightChannel[i])});
     const float scale = peakLevel / peak;
-    for (int i = 0; i < frameCount; ++i)
+    for (int i = 0; i < frames; ++i)
     {
         leftChannel[i] *= scale;
         rightChannel[i] *= scale;
