@@ -1,12 +1,30 @@
 #!/usr/bin/env bash
-# The demo: installs what is missing, builds the plug-in, installs it into the user's VST folder
-# (~/.vst/Kelvane/, or Kelvane/ in the first folder of VST_PATH when that is set), renders the
-# built-in drum loop through the installed plug-in with kelvane-render for four settings into
-# out/demo/, and prints what each setting did to every hit.
+# The demo: installs what is missing (only what the plug-in and the tools need), builds the
+# plug-in, installs it into the user's VST folder (~/.vst/Kelvane/, or Kelvane/ in the first folder
+# of VST_PATH when that is set), renders the built-in drum loop through the installed plug-in with
+# kelvane-render for four settings into out/demo/, and prints what each setting did to every hit.
+# Each step prints one line; the package manager's and the compiler's output go to build/logs/,
+# and a failing step shows the end of its log.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
-"$root/scripts/install-deps.sh"
-"$root/scripts/build.sh" release --target Kelvane kelvane-render kelvane-demo
+logs="$root/build/logs"
+mkdir -p "$logs"
+
+# step NAME LOG COMMAND...: runs the command with its output in build/logs/LOG.
+step() {
+  local name=$1 log="$logs/$2"
+  shift 2
+  echo "demo: $name"
+  if ! "$@" >"$log" 2>&1; then
+    tail -n 30 "$log" >&2
+    echo "demo: $name failed; the whole log is $log" >&2
+    exit 1
+  fi
+}
+
+"$root/scripts/install-deps.sh" demo
+step "building the plug-in and the tools (log: build/logs/demo-build.log)" demo-build.log \
+  "$root/scripts/build.sh" demo --target Kelvane kelvane-render kelvane-demo
 
 build="$root/build/release"
 vst_folder=${VST_PATH:-}
@@ -18,15 +36,19 @@ install -m 755 "$build/Kelvane/Kelvane.so" "$bundle/Kelvane.so"
 if [ -f "$build/Kelvane/resources.bin" ]; then
   install -m 644 "$build/Kelvane/resources.bin" "$bundle/resources.bin"
 fi
-echo "installed $bundle/Kelvane.so"
+echo "demo: installed $bundle/Kelvane.so"
 
 out="$root/out/demo"
 mkdir -p "$out"
 render() {
   "$build/tools/render/kelvane-render" --plugin "$bundle/Kelvane.so" --demo --force "$@"
 }
-render --set Bypass=1 "$out/dry.wav"
-render --set Attack=1 "$out/attack-plus-100.wav"
-render --set Attack=0 "$out/attack-minus-100.wav"
-render --set Release=1 "$out/release-plus-100.wav"
+render_all() {
+  render --set Bypass=1 "$out/dry.wav" &&
+    render --set Attack=1 "$out/attack-plus-100.wav" &&
+    render --set Attack=0 "$out/attack-minus-100.wav" &&
+    render --set Release=1 "$out/release-plus-100.wav"
+}
+step "rendering the built-in drum loop with four settings into out/demo/" demo-render.log render_all
+echo
 "$build/tools/demo/kelvane-demo" "$out"

@@ -1,27 +1,43 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that building, testing and the demo need.
+# Installs the Debian packages that a job needs:
+#   install-deps.sh demo   what building the plug-in and the tools and running the demo need
+#   install-deps.sh test   all of that, and what the tests, the benchmarks and the fuzzers need
+#                          (the default)
 # Idempotent: when every package is present it does nothing, not even an apt-get update.
-# Runs as root directly, otherwise through sudo.
+# Runs as root directly, otherwise through sudo. The package manager's output goes to
+# build/logs/install.log; the terminal gets one line, or the log's end when something fails.
 set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+job=${1:-test}
 
-packages=(
+demo_packages=(
   # compiler and build
   g++ cmake ninja-build pkg-config
-  # test and benchmark frameworks
-  libgtest-dev libgmock-dev libbenchmark-dev
-  # the compositor the renderer's benchmark measures itself against
-  libpixman-1-dev
   # audio files for the tools
   libsndfile1-dev
   # picture decoding for the media library
   libpng-dev libjpeg62-turbo-dev
   # text: FreeType, and the system font the renderer loads first (DejaVu Sans)
   libfreetype-dev fonts-dejavu-core
-  # the plug-in's state document, and a decimal-comma locale for its test
-  libtinyxml-dev locales
+  # the plug-in's state document
+  libtinyxml-dev
+)
+test_packages=(
+  # test and benchmark frameworks
+  libgtest-dev libgmock-dev libbenchmark-dev
+  # the compositor the renderer's benchmark measures itself against
+  libpixman-1-dev
+  # a decimal-comma locale for the state test
+  locales
   # fuzzing: clang with libFuzzer and the sanitizer runtimes
   clang-14 libclang-rt-14-dev
 )
+
+case "$job" in
+  demo) packages=("${demo_packages[@]}") ;;
+  test) packages=("${demo_packages[@]}" "${test_packages[@]}") ;;
+  *) echo "install-deps: unknown job '$job' (demo or test)" >&2; exit 2 ;;
+esac
 
 missing=()
 for package in "${packages[@]}"; do
@@ -40,6 +56,13 @@ else
   exit 1
 fi
 
-echo "install-deps: installing ${missing[*]}"
-"${as_root[@]}" apt-get update -qq
-"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"
+log="$root/build/logs/install.log"
+mkdir -p "$(dirname "$log")"
+echo "install-deps: installing ${#missing[@]} Debian packages (${missing[*]}); log in build/logs/install.log"
+if ! { "${as_root[@]}" apt-get update -q &&
+       "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"
+     } >"$log" 2>&1; then
+  tail -n 20 "$log" >&2
+  echo "install-deps: installing failed; the whole log is $log" >&2
+  exit 1
+fi
