@@ -1,4 +1,8 @@
-# Image effects: the float picture they compute in.
+# Image effects: the float picture they compute in, the disc and power kernels, the convolution
+# and the box blur.
 list(APPEND render_sources
+  effects/BoxBlur.cpp
+  effects/Convolution.cpp
+  effects/EffectKernels.cpp
   effects/FloatImage.cpp
 )
