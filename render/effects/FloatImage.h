@@ -20,9 +20,10 @@ class Image;
 // that filters may read past the picture's edge without a test. The pixel (x, y) covers the
 // square from (x, y) to (x + 1, y + 1), y downwards; getPixel reaches from -margin to
 // width + margin - 1 (height likewise). Lines are getStride() floats apart; the block is 16-byte
-// aligned and comes from alignedMalloc.
+// aligned and comes from alignedCalloc.
 //
-// One owner: a FloatImage moves but is never copied behind the caller's back (see setMargin).
+// One owner: a FloatImage moves but cannot be copied; setMargin is the one operation that copies
+// the picture, into a block that then replaces the old one.
 //
 // Thread contract: main thread, like all image work.
 class FloatImage

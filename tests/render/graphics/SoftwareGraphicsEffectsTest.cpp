@@ -30,6 +30,12 @@ void setPixel(Image& image, int x, int y, const PixelValue& value)
         pixel[channel] = static_cast<uint8_t>(value[static_cast<size_t>(channel)]);
 }
 
+void fillWhite(SoftwareGraphics& graphics, const Rectangle& area)
+{
+    Colour white(255, 255, 255, 255);
+    graphics.fillRect(area, white, false);
+}
+
 PixelValue grey(int value)
 {
     return {value, value, value, value};
@@ -69,10 +75,8 @@ TEST(SoftwareGraphicsEffectsTest, TheNewPictureReplacesThePixelsOfTheArea)
     // corner (0, 0) keeps 25/81 of white, 78.7 -> 79, and (3, 3) 4/9, 113.3 -> 113, with alpha
     // alike; blended over the old white they would stay opaque.
     Image image = makeCanvas(8, 8, clearPixel);
-    for (int y = 0; y < 4; ++y)
-        for (int x = 0; x < 4; ++x)
-            setPixel(image, x, y, opaqueWhite);
     SoftwareGraphics graphics(image);
+    fillWhite(graphics, Rectangle(0, 0, 4, 4));
     graphics.blurRect(Rectangle(0, 0, 4, 4), 3);
     EXPECT_EQ(readPixel(image, 0, 0), grey(79));
     EXPECT_EQ(readPixel(image, 3, 3), grey(113));
@@ -162,10 +166,9 @@ TEST(SoftwareGraphicsEffectsTest, DropShadowLiesUnderThePixelsAtItsOffset)
     // lies over the square's shadow: 128 of white over black gives (128, 128, 128, 255); its own
     // shadow at (5, 4) has its alpha, 128.
     Image image = makeCanvas(10, 8, clearPixel);
-    for (const auto& [x, y] : {std::pair{2, 2}, {3, 2}, {2, 3}, {3, 3}})
-        setPixel(image, x, y, opaqueWhite);
     setPixel(image, 4, 3, grey(128));
     SoftwareGraphics graphics(image);
+    fillWhite(graphics, Rectangle(2, 2, 2, 2));
     graphics.drawDropShadow(image.getBounds(), black, Point(1, 1), 1);
     for (const auto& [x, y, value] :
          {std::tuple{2, 2, opaqueWhite}, {3, 3, opaqueWhite}, {3, 4, opaqueBlack}, {4, 4, opaqueBlack},
@@ -197,10 +200,8 @@ TEST(SoftwareGraphicsEffectsTest, GlowGrowsTheShapeByItsRadiusThenFades)
     // Times orange: green 0.4 * 255 * 2/3 = 68, red and alpha 170; 34 and 85; 11.3 -> 11 and
     // 28.3 -> 28. Line 6 lies far enough from the top and bottom.
     Image image = makeCanvas(16, 12, clearPixel);
-    for (int y = 0; y < 12; ++y)
-        for (int x = 0; x < 6; ++x)
-            setPixel(image, x, y, opaqueWhite);
     SoftwareGraphics graphics(image);
+    fillWhite(graphics, Rectangle(0, 0, 6, 12));
     graphics.drawGlow(image.getBounds(), Colour(255, 102, 0, 255), 1);
     for (const auto& [x, value] : {std::pair{5, opaqueWhite}, {6, PixelValue{0, 68, 170, 170}},
                                    {7, PixelValue{0, 34, 85, 85}}, {8, PixelValue{0, 11, 28, 28}}, {9, clearPixel}})
@@ -211,10 +212,9 @@ TEST(SoftwareGraphicsEffectsTest, GlowGrowsTheShapeByItsRadiusThenFades)
 TEST(SoftwareGraphicsEffectsTest, BadInputDrawsNothing)
 {
     Image image = makeCanvas(12, 12, clearPixel);
-    for (int y = 3; y < 8; ++y)
-        setPixel(image, 5, y, opaqueWhite);
-    const Image before = image.duplicate();
     SoftwareGraphics graphics(image);
+    fillWhite(graphics, Rectangle(5, 3, 1, 5));
+    const Image before = image.duplicate();
     const Rectangle all = image.getBounds();
     for (const Rectangle& area : {Rectangle(2, 2, 0, 5), Rectangle(2, 2, 5, -1), Rectangle(12, 0, 5, 5),
                                   Rectangle(-9, -9, 9, 30)})
