@@ -12,6 +12,7 @@
 namespace q1framework
 {
 
+class FloatImage;
 class Image;
 
 // Draws into 32-bit pixels in memory: fills, axis-aligned lines, one anti-aliased line, circles,
@@ -199,6 +200,34 @@ public:
     // The image cut into a three by three grid: corners unscaled, edges and centre tiled.
     void drawNinePart(const Image& image, const Rectangle& destination, bool blend);
 
+    // ---- Image effects (the bodies are in SoftwareGraphicsEffects.cpp) ----
+    // Each changes the part of area inside the clip, and nothing else. It reads those pixels and
+    // the band around them that its kernels reach, as far as the clip allows (beyond the clip
+    // counts as transparent), computes their new picture in float (render/effects/), and draws
+    // the part of it over area by drawImagePart without blend: the picture already holds the old
+    // pixels at their depth (a shadow under them, a blur of them), and blending it over them
+    // would count their partly covered pixels twice. So an effect on a dirty rectangle gives the
+    // same picture there, up to rounding, as one on the whole buffer, as long as the clip leaves
+    // it the band. An empty part, or a size, radius or span below 1, draws nothing.
+    // Cost: each effect allocates the float pictures it computes, a few times the read
+    // rectangle's size in bytes (16 bytes a pixel). The shadow and the glow spend a multiply-add
+    // per channel and kernel pixel (size^2, or (2 * radius + 1)^2) on every pixel read that is
+    // not transparent, so keep those to tens of pixels; the blur's cost does not grow with span.
+
+    // A soft shadow in colour of the pixels' coverage (their alpha), moved by offset and put
+    // under them: the coverage convolved with the power kernel of side size and power 3, so the
+    // shadow's edge fades over about size / 2 pixels. An odd size centres the shadow on offset;
+    // an even one lies half a pixel further right and down.
+    void drawDropShadow(const Rectangle& area, const Colour& colour, const Point& offset, int size);
+    // A halo in colour around the pixels' coverage, put under them: the coverage grown by radius
+    // (the disc kernel) and then blurred twice with box blurs of span 2 * radius + 1, so that it
+    // fades out within about 3 * radius pixels of the shape.
+    void drawGlow(const Rectangle& area, const Colour& colour, int radius);
+    // The pixels blurred by two box blurs of span each: a single pixel spreads into a tent
+    // 2 * span - 1 pixels wide along each axis. Each pass counts the pixels beyond the clip as
+    // transparent, so the picture fades towards the clip's edges.
+    void blurRect(const Rectangle& area, int span);
+
 private:
     uint8_t* pixelAddress(int x, int y) const;
     // area moved by the origin and cut to the drawable part of the clip.
@@ -215,6 +244,11 @@ private:
     // fillCircle with the clip narrowed to square (relative to the origin).
     void fillCircleIn(const Rectangle& square, const Colour& colour, float centreX, float centreY, float radius);
     void setClipInBuffer(const Rectangle& area);
+    // The image effects' ends: the pixels of a drawable buffer rectangle in float with the given
+    // margin, and the part (a buffer rectangle inside source) of a picture of source drawn in
+    // place of the buffer's pixels.
+    FloatImage readPixels(const Rectangle& bufferArea, int margin) const;
+    void replacePixels(const Rectangle& part, const Rectangle& source, const FloatImage& picture);
 
     int originX = 0;
     int originY = 0;
