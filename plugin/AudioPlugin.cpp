@@ -190,16 +190,16 @@ void AudioPlugin::removeEditor(PluginEditorView* editor)
     editors.removeFirstMatching(editor);
 }
 
-void AudioPlugin::refreshEditors(int index)
+void AudioPlugin::markEditors(int index)
 {
     for (PluginEditorView* editor : editors)
-        editor->refreshControl(index);
+        editor->markChanged(index);
 }
 
-void AudioPlugin::refreshAllEditors()
+void AudioPlugin::markAllEditors()
 {
     for (PluginEditorView* editor : editors)
-        editor->refreshAllControls();
+        editor->markAllChanged();
 }
 
 void AudioPlugin::replaceAudioBuses(int channels)

@@ -175,9 +175,10 @@ public:
     int getNumEditors() const { return editors.getCount(); }
 
 protected:
-    // With the mutex held: asks every attached editor to show one or all stored values again.
-    void refreshEditors(int index);
-    void refreshAllEditors();
+    // With the mutex held, on any thread: marks one or all stored values as changed for every
+    // attached editor, which shows them again at its next idle step.
+    void markEditors(int index);
+    void markAllEditors();
 
     // Host thread, from configureStereo and configureMono: deletes the audio buses and adds one
     // input and one output of `channels` channels, named "Input" and "Output".

@@ -58,7 +58,7 @@ void KLAudioPlugin::setParameter(float value, int index)
     const ScopedLock lock(getMutex());
     program.setValue(index, value);
     applyParameter(index, value);
-    refreshEditors(index);
+    markEditors(index);
 }
 
 double KLAudioPlugin::getParameter(int index)
@@ -136,8 +136,7 @@ bool KLAudioPlugin::configureMono()
 void KLAudioPlugin::applyProgram()
 {
     const ScopedLock lock(getMutex());
-    // Editors first, so that a control shows the stored value before the processor has it.
-    refreshAllEditors();
+    markAllEditors();
     for (int index = 0; index < KLParameters::count; ++index)
         activeValues[index] = program.getValue(index);
     for (int index = 0; index < getNumParameters(); ++index)

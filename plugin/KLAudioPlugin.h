@@ -42,7 +42,7 @@ public:
     // Any thread; takes the mutex (the adapter holds it already). Stores value in the program and
     // sets the processor's target; an index out of 0..6, infinity and NaN are ignored. A finite
     // value outside 0..1 is stored as it stands and reaches the processor limited to 0..1.
-    // Attached editors show the new value.
+    // Attached editors are marked to show the new value at their next idle step.
     void setParameter(float value, int index) override;
     int getNumParameters() override { return KLParameters::count; }
     // Any thread, no lock. The program's value; 0 for an index out of range.
@@ -64,8 +64,8 @@ public:
     bool configureMono() override;
 
     // ---- The effect's own. -------------------------------------------------------------------
-    // Any thread. Refreshes the editors, then applies every stored value to the processor, in
-    // index order, under the mutex.
+    // Any thread. Marks every value changed for the editors, then applies every stored value to
+    // the processor, in index order, under the mutex.
     void applyProgram();
     // Main thread (the editor, once per frame). The soft clip's peak since the last call, 0..1,
     // taken under the mutex.
@@ -81,7 +81,7 @@ public:
     void setEditorSize(int width, int height);
 
     // The program list of the chunk format. There is one program; an index is not used to choose
-    // one. setCurrentProgram stores the index and refreshes the editors.
+    // one. setCurrentProgram stores the index and marks every value changed for the editors.
     void setCurrentProgram(int index);
     int getCurrentProgram();
     q1framework::String getProgramName(int index);

@@ -91,7 +91,7 @@ void KLAudioPlugin::setCurrentProgram(int index)
 {
     const ScopedLock lock(getMutex());
     currentProgram = index;
-    refreshAllEditors();
+    markAllEditors();
 }
 
 int KLAudioPlugin::getCurrentProgram()

@@ -16,25 +16,14 @@ using namespace q1framework;
 
 namespace
 {
-// An attached editor that notes what it was asked to show, and what the processor held then.
-class RecordingView : public PluginEditorView
+// An editor attached for as long as it exists.
+class AttachedView : public PluginEditorView
 {
 public:
-    explicit RecordingView(KLAudioPlugin& plugin) : plugin(plugin) { plugin.addEditor(this); }
-    ~RecordingView() override { plugin.removeEditor(this); }
-
-    void refreshControl(int index) override { calls.push_back("control " + std::to_string(index)); }
-    void refreshAllControls() override
-    {
-        calls.push_back("all");
-        attackShown = static_cast<float>(plugin.getParameter(KLParameters::attack));
-        attackTargetThen = plugin.getProcessor().attackTarget;
-    }
+    explicit AttachedView(KLAudioPlugin& plugin) : plugin(plugin) { plugin.addEditor(this); }
+    ~AttachedView() override { plugin.removeEditor(this); }
 
     KLAudioPlugin& plugin;
-    std::vector<std::string> calls;
-    float attackShown = -1.0f;
-    float attackTargetThen = -1.0f;
 };
 
 std::vector<float> testSignal(int frames, float phase)
@@ -84,31 +73,42 @@ TEST(KLAudioPlugin, EachParameterSetsItsProcessorTarget)
     EXPECT_FLOAT_EQ(processor.driveTarget, 15.0f);
 }
 
-TEST(KLAudioPlugin, AttachedEditorsAreToldWhatChangedAndSeeTheValueBeforeTheProcessor)
+TEST(KLAudioPlugin, AttachedEditorsAreMarkedWithWhatChangedUntilTheyTakeTheMarks)
+{
+    KLAudioPlugin plugin;
+    AttachedView view(plugin);
+    plugin.setParameter(0.25f, KLParameters::gain);
+    plugin.setParameter(0.25f, KLParameters::drive);
+    plugin.setParameter(0.25f, 9);
+    EXPECT_EQ(view.takeChanged(), (1u << KLParameters::gain) | (1u << KLParameters::drive));
+    EXPECT_EQ(view.takeChanged(), 0u);
+
+    // A program read or a new program index may change every value.
+    MemoryStream stream;
+    KLAudioPlugin source;
+    source.writeProgram(0, stream);
+    stream.setPosition(0);
+    plugin.readProgram(0, stream);
+    EXPECT_EQ(view.takeChanged(), ~uint64_t{0});
+    plugin.setCurrentProgram(0);
+    EXPECT_EQ(view.takeChanged(), ~uint64_t{0});
+}
+
+TEST(KLAudioPlugin, ADetachedEditorIsNoLongerMarked)
 {
     KLAudioPlugin plugin;
     {
-        RecordingView view(plugin);
-        plugin.setParameter(0.25f, KLParameters::gain);
-        plugin.setParameter(0.25f, 9);
-        plugin.setCurrentProgram(0);
-        EXPECT_EQ(view.calls, (std::vector<std::string>{"control 3", "all"}));
-
-        // A program read applies the new value after the editors were refreshed.
-        MemoryStream stream;
-        KLAudioPlugin source;
-        source.setParameter(1.0f, KLParameters::attack);
-        source.writeProgram(0, stream);
-        stream.setPosition(0);
-        view.calls.clear();
-        plugin.readProgram(0, stream);
-        EXPECT_EQ(view.calls, std::vector<std::string>{"all"});
-        EXPECT_EQ(view.attackShown, 1.0f);
-        EXPECT_EQ(view.attackTargetThen, 0.0f);
-        EXPECT_FLOAT_EQ(plugin.getProcessor().attackTarget, 0.4f);
+        AttachedView first(plugin);
+        AttachedView second(plugin);
+        EXPECT_EQ(plugin.getNumEditors(), 2);
     }
-    EXPECT_EQ(plugin.getNumEditors(), 0);
-    plugin.setParameter(0.5f, KLParameters::gain);  // the removed view is not called
+    AttachedView view(plugin);
+    plugin.setParameter(0.5f, KLParameters::gain);
+    EXPECT_EQ(view.takeChanged(), 1u << KLParameters::gain);
+    view.plugin.removeEditor(&view);
+    plugin.setParameter(0.6f, KLParameters::gain);
+    EXPECT_EQ(view.takeChanged(), 0u);
+    plugin.addEditor(&view);
 }
 
 TEST(KLAudioPlugin, ProcessRunsTheProcessorOnTheBusesInPlaceOrMonoAndLeavesOtherLayoutsAlone)
@@ -162,7 +162,7 @@ TEST(KLAudioPlugin, LevelsAreMeasuredOnlyWhileAnEditorIsAttached)
     EXPECT_EQ(plugin.getInputLevel(), 0.0f);
     EXPECT_EQ(plugin.getOutputLevel(), 0.0f);
 
-    RecordingView view(plugin);
+    AttachedView view(plugin);
     processBlock(plugin, {left.data() + 1, right.data() + 1}, {left.data() + 1, right.data() + 1}, 1);
     EXPECT_EQ(plugin.getInputLevel(), 1.5f);
     EXPECT_GT(plugin.getOutputLevel(), 0.0f);
