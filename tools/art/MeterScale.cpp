@@ -28,8 +28,8 @@ constexpr double numberOffset = 13.0;
 constexpr double numberSize = 13.0;
 // How far the arc reaches past the outermost marks, in radians.
 constexpr double arcOverhang = 0.03;
-// How far past the arc's ends the signs stand, in radians.
-constexpr double signGap = 0.09;
+// The lowest mark's number stands beside its tick, this far left of the tick's outer end.
+constexpr double besideGap = 3.0;
 
 // Ink colours: printing on a warm, backlit face.
 const char* const ink = "#2a231a";
@@ -73,18 +73,23 @@ std::string curve(double from, double to, double offset, int width, int height, 
     return path;
 }
 
-// Numbers are printed as on moving-coil meters: magnitudes only, with the scale's sign printed
-// once at each end ("−" left, "+" right), which leaves room for large figures where the marks
-// crowd together at the low end.
-std::string magnitudeText(double decibels) { return std::to_string(static_cast<int>(std::fabs(decibels))); }
+std::string decibelText(double decibels)
+{
+    if (decibels > 0.0)
+        return "+" + std::to_string(static_cast<int>(decibels));
+    if (decibels < 0.0)
+        return "\u2212" + std::to_string(static_cast<int>(-decibels));  // a true minus sign
+    return "0";
+}
 
 // Upright text centred on a point: the baseline sits 0.36 em below the centre (half of Inter's
 // cap height).
-std::string centredText(const Point& centre, double size, const char* colour, const std::string& text)
+std::string centredText(const Point& centre, double size, const char* colour, const std::string& text,
+                        const char* anchor = "middle")
 {
-    return "<text font-family='Inter' font-weight='600' font-size='" + number(size) +
-           "' text-anchor='middle' fill='" + colour + "' x='" + number(centre.x) + "' y='" +
-           number(centre.y + size * 0.36) + "'>" + text + "</text>\n";
+    return "<text font-family='Inter' font-weight='600' font-size='" + number(size) + "' text-anchor='" + anchor +
+           "' fill='" + colour + "' x='" + number(centre.x) + "' y='" + number(centre.y + size * 0.36) + "'>" + text +
+           "</text>\n";
 }
 
 }  // namespace
@@ -153,13 +158,17 @@ std::string svg(int width, int height, const std::string& label)
         out += "<line stroke='" + std::string(colour) + "' stroke-width='" + (mark.major ? "1.8" : "1.2") + "' x1='" +
                number(mark.inner.x) + "' y1='" + number(mark.inner.y) + "' x2='" + number(mark.outer.x) + "' y2='" +
                number(mark.outer.y) + "'/>\n";
-        if (mark.major)
+        if (!mark.major)
+            continue;
+        // The marks crowd together at the low end, so the lowest number stands left of its tick,
+        // where the scale ends, rather than over it.
+        if (&mark == &scale.front())
+            out += centredText({mark.outer.x - besideGap, mark.outer.y}, numberSize, colour,
+                               decibelText(mark.decibels), "end");
+        else
             out += centredText(alongNeedle(mark.angle, numberOffset, width, height), numberSize, colour,
-                               magnitudeText(mark.decibels));
+                               decibelText(mark.decibels));
     }
-    // The signs, a little beyond the ends of the arc.
-    out += centredText(alongNeedle(first - signGap, numberOffset - 2.0, width, height), numberSize + 3.0, ink, "\u2212");
-    out += centredText(alongNeedle(last + signGap, numberOffset - 2.0, width, height), numberSize + 3.0, red, "+");
 
     out += "<text font-family='Inter' font-weight='500' font-size='10' letter-spacing='1' text-anchor='middle' fill='" +
            std::string(ink) + "' fill-opacity='0.7' x='" + number(width - 30.0) + "' y='" + number(height - 14.0) +
