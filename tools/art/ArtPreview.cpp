@@ -58,9 +58,10 @@ void drawFrame(cairo_t* context, const ArtPicture& picture, cairo_surface_t* str
 void drawNeedle(cairo_t* context, const MeterFace& face, double position)
 {
     const double angle = MeterScale::angleOfPosition(position);
-    const double length = 29.0 * angle * angle + face.height - 26.0;
-    const double pivotX = face.x + face.width / 2;
-    const double pivotY = face.y + face.height + 20.0;
+    const double length = MeterScale::needleLength(angle, face.height);
+    const MeterScale::Point pivot = MeterScale::needlePivot(face.width, face.height);
+    const double pivotX = face.x + pivot.x;
+    const double pivotY = face.y + pivot.y;
     cairo_save(context);
     cairo_rectangle(context, face.x, face.y, face.width, face.height);
     cairo_clip(context);

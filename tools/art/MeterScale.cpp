@@ -38,15 +38,10 @@ const char* const red = "#b8321f";
 const double majors[] = {-20.0, -12.0, -6.0, -3.0, 0.0, 3.0};
 const double minors[] = {-15.0, -10.0, -8.0, -5.0, -4.0, -2.0, -1.0, 1.0, 2.0};
 
-double needleLength(double angle, int height) { return 29.0 * angle * angle + height - 26.0; }
-
-// The editor centres the needle on width / 2 in integers.
-Point pivot(int width, int height) { return {static_cast<double>(width / 2), height + 20.0}; }
-
 // The point `offset` pixels beyond the needle's tip (inside for negative offsets), at `angle`.
 Point alongNeedle(double angle, double offset, int width, int height)
 {
-    const Point centre = pivot(width, height);
+    const Point centre = needlePivot(width, height);
     const double radius = needleLength(angle, height) + offset;
     return {centre.x + radius * std::sin(angle), centre.y - radius * std::cos(angle)};
 }
@@ -111,6 +106,11 @@ double positionOfLevel(double level)
 
 double angleOfPosition(double position) { return position * 1.82 - 0.91; }
 
+// The editor centres the needle on width / 2 in integers.
+Point needlePivot(int width, int height) { return {static_cast<double>(width / 2), height + 20.0}; }
+
+double needleLength(double angle, int height) { return 29.0 * angle * angle + height - 26.0; }
+
 std::vector<Mark> marks(int width, int height)
 {
     std::vector<Mark> result;
@@ -143,7 +143,7 @@ std::string svg(int width, int height, const std::string& label)
                       std::to_string(height) + "' viewBox='0 0 " + std::to_string(width) + " " +
                       std::to_string(height) + "'>\n";
 
-    // The red zone: a band outside the arc from 0 dB to the end of the scale.
+    // The red zone: a band from the arc outward, under the ticks' feet, from 0 dB to the scale's end.
     out += "<path fill='" + std::string(red) + "' d='" + curve(zero, last, arcOffset, width, height, true) +
            curve(last, zero, redZoneEnd, width, height, false) + "Z'/>\n";
     // The arc, in ink up to 0 dB and red beyond.

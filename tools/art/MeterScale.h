@@ -39,6 +39,10 @@ double positionOfLevel(double level);
 // The needle's angle in radians for a position 0..1.
 double angleOfPosition(double position);
 
+// The needle's pivot, and its length in pixels at an angle, on a face of that size.
+Point needlePivot(int width, int height);
+double needleLength(double angle, int height);
+
 // The graduations of a face of that size, left to right: the majors -20, -12, -6, -3, 0 and +3 dB
 // and the minors between them.
 std::vector<Mark> marks(int width, int height);
