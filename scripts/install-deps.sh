@@ -21,6 +21,8 @@ demo_packages=(
   libfreetype-dev fonts-dejavu-core
   # the plug-in's state document
   libtinyxml-dev
+  # the editor's art, rendered from SVG at build time, and the font of its labels
+  librsvg2-dev libcairo2-dev fonts-inter
 )
 test_packages=(
   # test and benchmark frameworks
