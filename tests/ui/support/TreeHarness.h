@@ -1,0 +1,97 @@
+#pragma once
+
+#include "Probe.h"
+
+#include "media/image/Image.h"
+#include "render/region/Region.h"
+#include "ui/container/ComponentsContainer.h"
+
+#include <ostream>
+#include <vector>
+
+// A container of the given size with a probe as its root, visible, a log for the probes, and a
+// picture to paint into. What the container tells its listener is recorded.
+struct TreeHarness : q1framework::ComponentsContainer::Listener
+{
+    TreeHarness(int width, int height) : container(nullptr), picture(width, height, true)
+    {
+        root = new Probe("root", &log, q1framework::Colour(20, 20, 20, 255));
+        root->setOpaque(true);
+        container.setRootComponent(root, true, true);
+        container.setSize(q1framework::Point(width, height));
+        container.setListener(this);
+        settle();
+    }
+
+    // Paints what is dirty into the picture and clears the regions and the log.
+    bool settle()
+    {
+        const bool painted = paint();
+        container.clearDirty();
+        log.clear();
+        invalidated.clear();
+        return painted;
+    }
+
+    bool paint()
+    {
+        return container.paint(picture.getPixelPointer(0, 0), picture.getSize(), picture.getStride(), false);
+    }
+
+    // The dirty region as rectangles, for comparisons.
+    std::vector<q1framework::Rectangle> dirtyRectangles() const { return rectanglesOf(container.getDirtyRegion()); }
+
+    static std::vector<q1framework::Rectangle> rectanglesOf(const q1framework::Region& region)
+    {
+        q1framework::RectangleList list;
+        region.getRectangles(list);
+        return std::vector<q1framework::Rectangle>(list.begin(), list.end());
+    }
+
+    // A region of the given rectangles.
+    static q1framework::Region regionOf(std::initializer_list<q1framework::Rectangle> rectangles)
+    {
+        q1framework::Region region;
+        for (const q1framework::Rectangle& rectangle : rectangles)
+            region.addRectangle(rectangle);
+        return region;
+    }
+
+    void areaInvalidated(const q1framework::Rectangle& area) override { invalidated.push_back(area); }
+    void areaMoved(const q1framework::Rectangle& source, const q1framework::Point& destination) override
+    {
+        moved.push_back({source, destination});
+    }
+    void areaCopied(const q1framework::Rectangle& source, const q1framework::Point& destination) override
+    {
+        copied.push_back({source, destination});
+    }
+
+    struct Move
+    {
+        q1framework::Rectangle source;
+        q1framework::Point destination;
+    };
+
+    Probe::Log log;
+    q1framework::ComponentsContainer container;
+    q1framework::Image picture;
+    Probe* root = nullptr;
+    std::vector<q1framework::Rectangle> invalidated;
+    std::vector<Move> moved;
+    std::vector<Move> copied;
+};
+
+// gtest prints for the toolkit's value types.
+namespace q1framework
+{
+inline void PrintTo(const Rectangle& rectangle, std::ostream* stream)
+{
+    *stream << "(" << rectangle.x << ", " << rectangle.y << ", " << rectangle.w << " x " << rectangle.h << ")";
+}
+
+inline void PrintTo(const Point& point, std::ostream* stream)
+{
+    *stream << "(" << point.x << ", " << point.y << ")";
+}
+}  // namespace q1framework

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+
+namespace q1framework
+{
+
+// The pointer as the toolkit sees it. Only the cursor lives here: positions and buttons reach
+// components as MouseEvent records through ComponentsContainer.
+class Mouse
+{
+public:
+    // A pointer shape, named by the index of one of the sixteen system cursors. The window that
+    // shows the tree maps an index to its platform's shape; the toolkit never touches a platform
+    // cursor itself.
+    //
+    //   0  arrow: the default; a Slider off its thumb; a ScrollBar track
+    //   1  pointing hand: Button, ToggleButton, Knob; a Slider over its thumb; a ScrollBar thumb
+    //   2  resize up and down: the thumb edge of a vertical ScrollBar
+    //   3  resize left and right: the thumb edge of a horizontal ScrollBar
+    //   4, 11, 13, 15  arrow; 13 means a drag is refused, or the pointer is outside the
+    //                  container's allowed components
+    //   5, 7  resize towards the left     6, 8  resize towards the right
+    //   9  open hand: a Viewport at rest  10  closed hand: a Viewport being dragged
+    //   12 crosshair                      14  drag copy: a drag is accepted
+    //
+    // A value handle; an index outside 0 to 15 is taken as 0.
+    class Cursor
+    {
+    public:
+        static constexpr int32_t systemCursorCount = 16;
+
+        Cursor() = default;
+        explicit Cursor(int32_t systemIndex)
+            : index(systemIndex >= 0 && systemIndex < systemCursorCount ? systemIndex : 0)
+        {
+        }
+
+        int32_t getSystemIndex() const { return index; }
+
+        bool operator==(const Cursor& other) const { return index == other.index; }
+        bool operator!=(const Cursor& other) const { return index != other.index; }
+
+    private:
+        int32_t index = 0;
+    };
+
+    // The indices the toolkit itself uses.
+    static constexpr int32_t arrowCursor = 0;
+    static constexpr int32_t pointingHandCursor = 1;
+    static constexpr int32_t resizeUpDownCursor = 2;
+    static constexpr int32_t resizeLeftRightCursor = 3;
+    static constexpr int32_t openHandCursor = 9;
+    static constexpr int32_t closedHandCursor = 10;
+    static constexpr int32_t crosshairCursor = 12;
+    static constexpr int32_t dragRefusedCursor = 13;
+    static constexpr int32_t dragCopyCursor = 14;
+};
+
+}  // namespace q1framework
