@@ -99,6 +99,7 @@ public:
 
         Component* get() const { return component; }
         Component* operator->() const { return component; }
+        Component& operator*() const { return *component; }
         explicit operator bool() const { return component != nullptr; }
 
     private:

@@ -154,9 +154,15 @@ void ComponentsContainer::tickWalk(Component& component)
         return;
     Component::SafePointer alive(&component);
     component.tick();
-    // A tick may add, remove or delete children: the count is read afresh each time.
-    for (int32_t index = 0; alive && index < component.children.getCount(); ++index)
-        tickWalk(*component.children[index]);
+    // A tick may add, remove or delete children: the count is read afresh each time, and a child
+    // that left its place leaves the next one there.
+    for (int32_t index = 0; alive && index < component.children.getCount();)
+    {
+        Component* child = component.children[index];
+        tickWalk(*child);
+        if (alive && index < component.children.getCount() && component.children[index] == child)
+            ++index;
+    }
 }
 
 void ComponentsContainer::beginFrame()

@@ -196,7 +196,8 @@ private:
     void changeHover(PointerState& state, Component* entered);
     // The drag target at or above component, null if none.
     static Component* findDragTarget(Component* component);
-    void dropDraggedItem(Component* hit, const Point& screen);
+    // The end of a drag at position (relative to the root) over hit.
+    void dropDraggedItem(Component* hit, const Point& position);
 
     bool copyForScroll = false;
     double scale = 1.0;

@@ -20,6 +20,14 @@ bool hasButtons(const ComponentsContainer::PointerState& state)
 {
     return state.heldButtons != 0;
 }
+
+// A position relative to the root, made local to component. The same as going through the
+// screen (screenToLocal of the event's screen position) when there is a window, and right
+// without one too.
+Point localTo(Component& component, const Point& position)
+{
+    return position - component.getAbsoluteBounds(false).getPosition();
+}
 }
 
 void ComponentsContainer::sendMouseEvent(int pointer, int kind, const Point& position, int button, int clickCount,
@@ -104,8 +112,8 @@ void ComponentsContainer::sendMouseEvent(int pointer, int kind, const Point& pos
         if (dragSource)
         {
             Component* target = findDragTarget(hit.get());
-            const bool accepted = target
-                && target->isInterestedInDrag(dragSource, hit.get(), dragData, target->screenToLocal(screen));
+            const bool accepted = target && target->isInterestedInDrag(dragSource, hit.get(), dragData,
+                                                                      localTo(*target, position));
             applyCursor(Mouse::Cursor(accepted ? Mouse::dragCopyCursor : Mouse::dragRefusedCursor));
         }
         if (state.hoverComponent)
@@ -131,7 +139,7 @@ void ComponentsContainer::sendMouseEvent(int pointer, int kind, const Point& pos
             }
         }
         if (!hasButtons(state) && dragSource)
-            dropDraggedItem(hit.get(), screen);
+            dropDraggedItem(hit.get(), position);
         break;
     default:
         break;
@@ -161,7 +169,7 @@ Component* ComponentsContainer::findDragTarget(Component* component)
     return component;
 }
 
-void ComponentsContainer::dropDraggedItem(Component* hit, const Point& screen)
+void ComponentsContainer::dropDraggedItem(Component* hit, const Point& position)
 {
     if (!hit)
     {
@@ -173,7 +181,7 @@ void ComponentsContainer::dropDraggedItem(Component* hit, const Point& screen)
     Component::SafePointer dropped(hit);
     if (Component* target = findDragTarget(hit))
     {
-        const Point local = target->screenToLocal(screen);
+        const Point local = localTo(*target, position);
         Component::SafePointer receiver(target);
         if (target->isInterestedInDrag(source, hit, dragData, local) && receiver)
             receiver->itemDropped(source, hit, dragData, local);
@@ -206,7 +214,7 @@ bool ComponentsContainer::isInterestedInFiles(const Point& position, const Array
 {
     for (Component::SafePointer target(getComponentAt(position)); target;)
     {
-        if (target->isInterestedInFiles(position - target->getAbsoluteBounds(false).getPosition(), files))
+        if (target->isInterestedInFiles(localTo(*target, position), files))
             return true;
         target = target ? target->getParent() : nullptr;
     }
@@ -217,7 +225,7 @@ bool ComponentsContainer::filesDropped(const Point& position, const Array<String
 {
     for (Component::SafePointer target(getComponentAt(position)); target;)
     {
-        const Point local = position - target->getAbsoluteBounds(false).getPosition();
+        const Point local = localTo(*target, position);
         if (target->isInterestedInFiles(local, files) && target && target->filesDropped(local, files))
             return true;
         target = target ? target->getParent() : nullptr;

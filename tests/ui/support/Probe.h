@@ -66,6 +66,26 @@ public:
         record("globalKey " + std::to_string(key.code));
         return usesGlobalKey == key.code;
     }
+    bool isInterestedInFiles(q1framework::Point position, const q1framework::Array<q1framework::String>&) override
+    {
+        record("filesInterest " + std::to_string(position.x) + "," + std::to_string(position.y));
+        return wantsFiles;
+    }
+    bool filesDropped(q1framework::Point position, const q1framework::Array<q1framework::String>& files) override
+    {
+        record("filesDropped " + std::to_string(position.x) + "," + std::to_string(position.y) + " "
+               + std::to_string(files.getCount()));
+        return takesFiles;
+    }
+    void scaleChanged(double newScale, double oldScale) override
+    {
+        record("scale " + std::to_string(newScale) + " from " + std::to_string(oldScale));
+    }
+    void tick() override
+    {
+        if (logTicks)
+            record("tick");
+    }
     bool isDragTarget() override { return dragTarget; }
     bool isInterestedInDrag(Component* source, Component*, void*, q1framework::Point position) override
     {
@@ -111,6 +131,9 @@ public:
     bool dragTarget = false;
     bool acceptsDrags = true;
     bool logPaints = false;
+    bool logTicks = false;
+    bool wantsFiles = false;
+    bool takesFiles = false;
 
 private:
     void note(const std::string& call, const q1framework::MouseEvent& event)
