@@ -33,11 +33,6 @@ struct TwoProbes : TreeHarness
         settle();
     }
 
-    void send(int kind, Point position, int button = 0, int clicks = 1, float wheelY = 0.0f)
-    {
-        container.sendMouseEvent(0, kind, position, button, clicks, 0.0f, wheelY);
-    }
-
     Probe* a;
     Probe* b;
 };

@@ -38,6 +38,20 @@ struct TreeHarness : q1framework::ComponentsContainer::Listener
         return container.paint(picture.getPixelPointer(0, 0), picture.getSize(), picture.getStride(), false);
     }
 
+    // A pointer event on record 0 (see ComponentsContainer::sendMouseEvent).
+    void send(int kind, q1framework::Point position, int button = 0, int clicks = 1, float wheelY = 0.0f)
+    {
+        container.sendMouseEvent(0, kind, position, button, clicks, 0.0f, wheelY);
+    }
+
+    // Moves to position, presses and releases the left button there.
+    void click(q1framework::Point position, int clicks = 1)
+    {
+        send(q1framework::ComponentsContainer::moveEvent, position);
+        send(q1framework::ComponentsContainer::pressEvent, position, 1, clicks);
+        send(q1framework::ComponentsContainer::releaseEvent, position, 1);
+    }
+
     // The dirty region as rectangles, for comparisons.
     std::vector<q1framework::Rectangle> dirtyRectangles() const { return rectanglesOf(container.getDirtyRegion()); }
 
