@@ -4,6 +4,7 @@
 #include "render/kernels/PixelKernels.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace q1framework
 {
@@ -86,6 +87,33 @@ Image ImageResampler::resample(const Image& source, Image& destination, const Re
             passes.resampleRectangle(area);
     }
     return destination;
+}
+
+namespace
+{
+// Along one axis: the output positions whose taps read any of the source pixels first to last
+// (excluded). Output p reads from trunc(p * scale) - taps / 2 over taps pixels, so it reads the
+// range when trunc(p * scale) lies in [first - taps / 2 + 1, last + taps / 2 - 1]; one more
+// position on each side covers the float steps of the position.
+void reachAlong(int first, int last, int sourceSize, int destinationSize, int quality, int& from, int& to)
+{
+    const ResamplingFilter filter(sourceSize, destinationSize, quality);
+    const double scale = filter.getScale();
+    const int half = filter.getTaps() / 2;
+    from = static_cast<int>(std::floor((first - half + 1) / scale)) - 1;
+    to = static_cast<int>(std::ceil((last + half) / scale)) + 1;
+}
+}
+
+Rectangle ImageResampler::getReachedArea(const Rectangle& sourceArea, const Point& sourceSize,
+                                         const Point& destinationSize, int quality)
+{
+    if (sourceArea.isEmpty() || sourceSize.x < 1 || sourceSize.y < 1 || destinationSize.x < 1 || destinationSize.y < 1)
+        return Rectangle(sourceArea.getPosition(), Point());
+    int left = 0, right = 0, top = 0, bottom = 0;
+    reachAlong(sourceArea.x, sourceArea.getRight(), sourceSize.x, destinationSize.x, quality, left, right);
+    reachAlong(sourceArea.y, sourceArea.getBottom(), sourceSize.y, destinationSize.y, quality, top, bottom);
+    return Rectangle(left, top, right - left, bottom - top);
 }
 
 }  // namespace q1framework

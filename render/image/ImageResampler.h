@@ -27,6 +27,12 @@ public:
     // through a copy that has one, which allocates.
     Image resample(const Image& source, Image& destination, const Rectangle* rectangles, int count, int quality);
 
+    // The part of a destination of destinationSize that resampling from a source of sourceSize
+    // (with quality as above) changes when the pixels of sourceArea change: the area scaled,
+    // widened on every side by the filter's reach, in whole pixels. Not cut to the destination.
+    static Rectangle getReachedArea(const Rectangle& sourceArea, const Point& sourceSize, const Point& destinationSize,
+                                    int quality);
+
 private:
     Image intermediate;                 // destination width by source height, margin 16
     std::vector<int32_t> starts;        // first source pixel of each output position
