@@ -212,7 +212,7 @@ void LookAndFeel::drawSlider(SoftwareGraphics& graphics, const Rectangle& bounds
         track = Rectangle(bounds.x + thumb.w / 2, bounds.y + (bounds.h - trackThickness) / 2, length, trackThickness);
         lit = Rectangle(track.x, track.y, static_cast<int>(value * length), trackThickness);
     }
-    graphics.fillRoundedRect(track, trackThickness / 2, colours[backgroundColourId]);
+    graphics.fillRoundedRect(track, trackThickness / 2, colours[outlineColourId]);
     graphics.fillRoundedRect(lit, trackThickness / 2, accent);
     const int thumbColour = overThumb && enabled ? thumbHoverColourId : thumbColourId;
     fillOutlined(graphics, inset(thumb, 1), buttonRadius - 1, colours[outlineColourId], colours[thumbColour]);
@@ -236,7 +236,7 @@ void LookAndFeel::drawKnob(SoftwareGraphics& graphics, const Rectangle& bounds, 
 
     graphics.fillCircle(colours[outlineColourId], cx, cy, static_cast<float>(radius * 0.72));
     graphics.fillCircle(colours[faceColourId], cx, cy, static_cast<float>(radius * 0.72 - 1.0));
-    graphics.drawArc(colours[backgroundColourId], cx, cy, arcRadius, 2.0f, static_cast<float>(knobStartAngle),
+    graphics.drawArc(colours[outlineColourId], cx, cy, arcRadius, 2.0f, static_cast<float>(knobStartAngle),
                      static_cast<float>(knobStartAngle + knobSweep));
     if (value > 0.0)
         graphics.drawArc(lit, cx, cy, arcRadius, 2.0f, static_cast<float>(knobStartAngle), static_cast<float>(angle));

@@ -28,11 +28,11 @@ public:
     // Palette entries (setColour, getColour).
     enum ColourId
     {
-        backgroundColourId,     // behind controls: track grooves, knob faces
+        backgroundColourId,     // behind controls: panels, scroll-bar tracks, toggle boxes
         faceColourId,           // a button at rest
         faceHoverColourId,      // a button under the pointer
         faceDownColourId,       // a button held down
-        outlineColourId,        // edges of buttons, boxes and tracks
+        outlineColourId,        // edges of buttons and boxes; slider and knob grooves
         textColourId,
         disabledTextColourId,
         accentColourId,         // the lit part: a toggle that is on, a slider's value

@@ -1,0 +1,4 @@
+# Components that host other trees: AdapterComponent (an inner tree shown scaled).
+list(APPEND ui_sources
+  layout/AdapterComponent.cpp
+)
