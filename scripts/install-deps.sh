@@ -21,6 +21,10 @@ packages=(
   libtinyxml-dev locales
   # fuzzing: clang with libFuzzer and the sanitizer runtimes
   clang-14 libclang-rt-14-dev
+  # windows and presenting: Xlib with MIT-SHM and the cursor library, GL through GLX
+  libx11-dev libxext-dev libxfixes-dev libxcursor-dev libgl-dev libopengl-dev
+  # the GUI tests: a virtual X server, Mesa's software GL, and XTest for synthetic input
+  xvfb xauth libgl1-mesa-dri libglx-mesa0 libxtst-dev
 )
 
 missing=()

@@ -11,10 +11,9 @@ namespace q1framework
 
 namespace
 {
-// The source margin that lets the horizontal pass read past the picture without a test: half of
-// the largest tap count, with the padding taps (coefficient 0) reaching into the next line's
-// margin.
-constexpr int requiredSourceMargin = ResamplingFilter::maximumTaps / 2;
+// The source margin lets the horizontal pass read past the picture without a test: half of the
+// largest tap count, with the padding taps (coefficient 0) reaching into the next line's margin.
+static_assert(ImageResampler::requiredSourceMargin == ResamplingFilter::maximumTaps / 2);
 // Source lines computed beyond those under a rectangle, for the vertical taps.
 constexpr int lineReach = 17;
 
@@ -59,7 +58,7 @@ struct Passes
                                   coefficients.data() + static_cast<size_t>(row) * verticalTaps, verticalTaps);
     }
 };
-}
+}  // namespace
 
 Image ImageResampler::resample(const Image& source, Image& destination, const Rectangle* rectangles, int count,
                                int quality)
@@ -103,7 +102,7 @@ void reachAlong(int first, int last, int sourceSize, int destinationSize, int qu
     from = static_cast<int>(std::floor((first - half + 1) / scale)) - 1;
     to = static_cast<int>(std::ceil((last + half) / scale)) + 1;
 }
-}
+}  // namespace
 
 Rectangle ImageResampler::getReachedArea(const Rectangle& sourceArea, const Point& sourceSize,
                                          const Point& destinationSize, int quality)

@@ -9,23 +9,26 @@
 namespace q1framework
 {
 
-// The windowed-sinc resampler of resampleImage (see ImageScaling.h) as an object that keeps its
-// working memory, the intermediate picture and the coefficient tables, from one call to the next.
-// A window that scales its tree every frame calls it with the same sizes each time and, once the
-// tables have reached the largest rectangle, allocates nothing.
+// The resampler of resampleImage (see ImageScaling.h) with its working memory kept between
+// calls: the intermediate picture and the filter runs. A window that scales the same tree size to
+// the same window size on every frame keeps one of these, and after its first frame a call
+// allocates nothing, provided the source has a margin of at least 16 pixels (a narrower one is
+// read through a copy that has it, made on every call).
 //
-// Thread contract: main thread, like all image work; an object serves one caller at a time.
+// Thread contract: main thread, like all image work; an object belongs to its caller.
 class ImageResampler
 {
 public:
     ImageResampler() = default;
+
     ImageResampler(const ImageResampler&) = delete;
     ImageResampler& operator=(const ImageResampler&) = delete;
 
-    // resampleImage of source onto destination for the given rectangles, with the same results
-    // and the same answers for empty input. A source with a margin below 16 pixels is read
-    // through a copy that has one, which allocates.
+    // The same result as resampleImage with the same arguments.
     Image resample(const Image& source, Image& destination, const Rectangle* rectangles, int count, int quality);
+
+    // The source margin read without a copy.
+    static constexpr int requiredSourceMargin = 16;
 
     // The part of a destination of destinationSize that resampling from a source of sourceSize
     // (with quality as above) changes when the pixels of sourceArea change: the area scaled,
@@ -35,8 +38,8 @@ public:
 
 private:
     Image intermediate;                 // destination width by source height, margin 16
-    std::vector<int32_t> starts;        // first source pixel of each output position
-    std::vector<int16_t> coefficients;  // taps of each output position
+    std::vector<int32_t> starts;        // per output position, the first source pixel read
+    std::vector<int16_t> coefficients;  // per output position, its taps
 };
 
 }  // namespace q1framework

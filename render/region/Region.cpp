@@ -103,7 +103,9 @@ void Region::getIntersection(const Rectangle& area, Region& result) const
     const int32_t a = static_cast<int32_t>(std::upper_bound(edges.begin(), edges.end(), left) - edges.begin());
     const int32_t b = findFirstEdgeNotBelow(right);
 
-    SegmentList cut;
+    // The working list comes from result's pool and goes back there, so that a result in steady
+    // use makes no list at all.
+    SegmentList& cut = *result.takeList();
     if (a > 0)
     {
         strips[a - 1]->getIntersection(top, bottom, cut);
@@ -120,7 +122,11 @@ void Region::getIntersection(const Rectangle& area, Region& result) const
             result.appendStrip(edges[index], cut);
     }
     if (!result.strips.isEmpty() && !result.strips.getLast()->isEmpty())
-        result.appendStrip(right, SegmentList());
+    {
+        cut.clear();
+        result.appendStrip(right, cut);
+    }
+    result.releaseList(&cut);
 }
 
 void Region::getRectangles(RectangleList& list) const
