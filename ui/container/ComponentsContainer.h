@@ -186,8 +186,10 @@ public:
     // Shows cursor over the window and remembers it.
     void applyCursor(const Mouse::Cursor& cursor);
     const Mouse::Cursor& getAppliedCursor() const { return appliedCursor; }
-    // Asks the window for the relative pointer mode (a control's drag) or ends it.
+    // Asks the window for the relative pointer mode (a control's drag) or ends it. The window
+    // ends it by itself when the last button is released.
     void setMouseLocked(bool locked);
+    // Whether the relative pointer mode was asked for during the present press.
     bool isMouseLockRequested() const { return mouseLockRequested; }
 
 private:

@@ -132,6 +132,8 @@ void ComponentsContainer::sendMouseEvent(int pointer, int kind, const Point& pos
                 state.hoverComponent->internalMouseUp(state);
             if (!hasButtons(state))
             {
+                // The window ends the pointer lock with the release of the last button.
+                mouseLockRequested = false;
                 // The release ends the capture: the pointer may be over something else by now.
                 hit = getComponentAt(position);
                 if (hit.get() != state.hoverComponent)

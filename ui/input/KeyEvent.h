@@ -1,5 +1,7 @@
 #pragma once
 
+#include "native/window/KeyCodes.h"
+
 #include <cstdint>
 
 namespace q1framework
@@ -10,23 +12,23 @@ namespace q1framework
 // code, 0 for the modifier notices.
 struct KeyEvent
 {
-    // Framework key codes.
-    static constexpr int64_t backspace = 0x10000000;
-    static constexpr int64_t leftArrow = 0x10000001;
-    static constexpr int64_t rightArrow = 0x10000002;
-    static constexpr int64_t upArrow = 0x10000003;
-    static constexpr int64_t downArrow = 0x10000004;
-    static constexpr int64_t control = 0x10000005;
-    static constexpr int64_t alt = 0x10000006;
-    static constexpr int64_t shift = 0x10000007;
-    static constexpr int64_t command = 0x10000008;
-    static constexpr int64_t tab = 9;
-    static constexpr int64_t returnKey = 13;
-    static constexpr int64_t forwardDelete = 0x7F;
+    // Framework key codes, those of the native layer (native/window/KeyCodes.h).
+    static constexpr int64_t backspace = KeyCodes::backspace;
+    static constexpr int64_t leftArrow = KeyCodes::leftArrow;
+    static constexpr int64_t rightArrow = KeyCodes::rightArrow;
+    static constexpr int64_t upArrow = KeyCodes::upArrow;
+    static constexpr int64_t downArrow = KeyCodes::downArrow;
+    static constexpr int64_t control = KeyCodes::control;
+    static constexpr int64_t alt = KeyCodes::option;
+    static constexpr int64_t shift = KeyCodes::shift;
+    static constexpr int64_t command = KeyCodes::command;
+    static constexpr int64_t tab = KeyCodes::tab;
+    static constexpr int64_t returnKey = KeyCodes::returnKey;
+    static constexpr int64_t forwardDelete = KeyCodes::forwardDelete;
 
     // Control, Alt, Shift and Command: the keys whose presses and releases the window reports as
     // modifier changes.
-    static constexpr bool isModifierKeyCode(int64_t code) { return code >= control && code <= command; }
+    static constexpr bool isModifierKeyCode(int64_t code) { return KeyCodes::isModifierKeyCode(code); }
 
     int64_t code = 0;
     uint32_t nativeCode = 0;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "native/window/SystemCursor.h"
+
 #include <cstdint>
 
 namespace q1framework
@@ -10,9 +12,9 @@ namespace q1framework
 class Mouse
 {
 public:
-    // A pointer shape, named by the index of one of the sixteen system cursors. The window that
-    // shows the tree maps an index to its platform's shape; the toolkit never touches a platform
-    // cursor itself.
+    // A pointer shape, named by the index of one of the system cursors (SystemCursor). The window
+    // that shows the tree maps an index to its platform's shape (9 and 10 come from the system's
+    // cursor theme where it has them); the toolkit never touches a platform cursor itself.
     //
     //   0  arrow: the default; a Slider off its thumb; a ScrollBar track
     //   1  pointing hand: Button, ToggleButton, Knob; a Slider over its thumb; a ScrollBar thumb
@@ -23,12 +25,13 @@ public:
     //   5, 7  resize towards the left     6, 8  resize towards the right
     //   9  open hand: a Viewport at rest  10  closed hand: a Viewport being dragged
     //   12 crosshair                      14  drag copy: a drag is accepted
+    //   16 invisible
     //
-    // A value handle; an index outside 0 to 15 is taken as 0.
+    // A value handle; an index outside 0 to 16 is taken as 0.
     class Cursor
     {
     public:
-        static constexpr int32_t systemCursorCount = 16;
+        static constexpr int32_t systemCursorCount = SystemCursor::count;
 
         Cursor() = default;
         explicit Cursor(int32_t systemIndex)
@@ -46,15 +49,15 @@ public:
     };
 
     // The indices the toolkit itself uses.
-    static constexpr int32_t arrowCursor = 0;
-    static constexpr int32_t pointingHandCursor = 1;
-    static constexpr int32_t resizeUpDownCursor = 2;
-    static constexpr int32_t resizeLeftRightCursor = 3;
-    static constexpr int32_t openHandCursor = 9;
-    static constexpr int32_t closedHandCursor = 10;
-    static constexpr int32_t crosshairCursor = 12;
-    static constexpr int32_t dragRefusedCursor = 13;
-    static constexpr int32_t dragCopyCursor = 14;
+    static constexpr int32_t arrowCursor = SystemCursor::arrow;
+    static constexpr int32_t pointingHandCursor = SystemCursor::pointingHand;
+    static constexpr int32_t resizeUpDownCursor = SystemCursor::resizeUpDown;
+    static constexpr int32_t resizeLeftRightCursor = SystemCursor::resizeLeftRight;
+    static constexpr int32_t openHandCursor = SystemCursor::openHand;
+    static constexpr int32_t closedHandCursor = SystemCursor::closedHand;
+    static constexpr int32_t crosshairCursor = SystemCursor::crosshair;
+    static constexpr int32_t dragRefusedCursor = SystemCursor::refused;
+    static constexpr int32_t dragCopyCursor = SystemCursor::dragCopy;
 };
 
 }  // namespace q1framework
