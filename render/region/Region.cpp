@@ -8,6 +8,12 @@
 namespace q1framework
 {
 
+namespace
+{
+// Room each new list starts with.
+constexpr int32_t initialIntervals = 4;
+}
+
 Region::Region(int32_t initialCapacity)
 {
     edges.ensureCapacity(initialCapacity);
@@ -188,7 +194,13 @@ void Region::dump() const { std::fputs(getDumpText().getCString(), stderr); }
 SegmentList* Region::takeList()
 {
     if (pool.isEmpty())
-        return new SegmentList();
+    {
+        // Lists go round the pool and are handed out for any strip; starting each with room for
+        // a few intervals spares them growing one after the other in the first frames.
+        auto* list = new SegmentList();
+        list->reserve(initialIntervals);
+        return list;
+    }
     SegmentList* list = pool.getLast();
     pool.removeAt(pool.getCount() - 1);
     return list;

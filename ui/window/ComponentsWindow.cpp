@@ -275,16 +275,19 @@ void ComponentsWindow::paintScaled(bool surfaceIsNew)
 
     const Point windowSize = surface->getSize();
     const Rectangle whole(Point(), windowSize);
-    presented.clear();
-    if (surfaceIsNew)
+    // The present region is taken on every frame, also when a new surface is shown whole, so
+    // that its scratch storage has grown by the second frame and later frames allocate nothing.
+    container.getPresentRegion().getRectangles(presented);
+    if (surfaceIsNew || treeSize.x < 1 || treeSize.y < 1)
+    {
+        presented.clear();
         presented.add(whole);
-    else if (treeSize.x > 0 && treeSize.y > 0)
+    }
+    else
     {
         const double scaleX = static_cast<double>(windowSize.x) / treeSize.x;
         const double scaleY = static_cast<double>(windowSize.y) / treeSize.y;
-        RectangleList& changed = presented;
-        container.getPresentRegion().getRectangles(changed);
-        for (Rectangle& area : changed)
+        for (Rectangle& area : presented)
             area = scaleArea(area, scaleX, scaleY).toRectangle(1).getIntersection(whole);
     }
     Image destination = surface->getImage();
