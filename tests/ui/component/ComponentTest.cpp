@@ -15,7 +15,15 @@ namespace
 // Records what a Component::Listener hears about the probe it listens to, into the probes' log.
 struct LoggingListener : Component::Listener
 {
-    LoggingListener(Log& log, Probe* probe) : log(log), probe(probe), name(probe->name) { probe->addListener(this); }
+    LoggingListener(Log& log, Probe* probe) : log(log), probe(probe), watched(probe), name(probe->name)
+    {
+        probe->addListener(this);
+    }
+    ~LoggingListener() override
+    {
+        if (watched)
+            watched->removeListener(this);
+    }
     void componentDeleted(Component* c) override { note("deleted", c); }
     void componentResized(Component* c) override { note("resized", c); }
     void componentMoved(Component* c) override { note("moved", c); }
@@ -24,6 +32,7 @@ struct LoggingListener : Component::Listener
     void note(const std::string& call, Component* c) { log.push_back("listener." + call + (c == probe ? " " + name : " ?")); }
     Log& log;
     Probe* probe;
+    Component::SafePointer watched;
     std::string name;
 };
 
