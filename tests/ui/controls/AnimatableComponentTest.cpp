@@ -1,5 +1,6 @@
 #include "ui/controls/AnimatableComponent.h"
 
+#include "MemoryContext.h"
 #include "support/TreeHarness.h"
 
 #include <gtest/gtest.h>
@@ -78,4 +79,83 @@ TEST(AnimatableComponentTest, ZeroFramesGiveNoFrameHeight)
     EXPECT_EQ(component.getFrameHeight(), 0);
     component.setBounds(Rectangle(1, 2, 3, 4), false);
     EXPECT_EQ(component.getPaintBounds(), Rectangle(1, 2, 3, 4));
+}
+
+// ---- The texture path ----
+
+namespace
+{
+// A memory context that reports a largest texture side of 7 texels.
+struct SmallTextureContext : MemoryContext
+{
+    SmallTextureContext() { maximumTextureSize = 7; }
+};
+}
+
+TEST(AnimatableComponentTest, TextureStripIsCutIntoTilesOfWholeFrames)
+{
+    SmallTextureContext context;
+    AnimatableComponent component;
+    component.setTextureStrip(context, makeStrip(9), 9);
+    // Frames 2 high, 7 / 2 = 3 to a tile: tiles of 3, 3 and 3 frames.
+    EXPECT_EQ(component.getFramesPerTile(), 3);
+    EXPECT_EQ(component.getTileCount(), 3);
+    EXPECT_FALSE(component.hasImage());
+    component.setTextureStrip(context, makeStrip(8), 8);
+    EXPECT_EQ(component.getTileCount(), 3);
+    EXPECT_EQ(context.liveTextures, 3);
+}
+
+TEST(AnimatableComponentTest, FrameTextureIsDrawnFromItsTile)
+{
+    SmallTextureContext context;
+    AnimatableComponent component;
+    component.setTextureStrip(context, makeStrip(8), 8);
+    component.setPosition(5.0f / 7.0f, true);
+    const double destination[4] = {10.0, 20.0, 3.0, 2.0};
+    component.drawFrameTexture(destination, 1.0f, 0.0, 0.0, 0.0);
+    ASSERT_EQ(context.quads.size(), 1u);
+    // Frame 5 is the third of the second tile, 2 rows down per frame.
+    EXPECT_EQ(std::vector<double>(context.quads[0].source, context.quads[0].source + 4),
+              (std::vector<double>{0.0, 4.0, 3.0, 2.0}));
+    EXPECT_DOUBLE_EQ(context.quads[0].corners[0], 10.0);
+    EXPECT_DOUBLE_EQ(context.quads[0].corners[1], 20.0);
+}
+
+TEST(AnimatableComponentTest, TexturePathNeitherPaintsNorRepaints)
+{
+    TreeHarness tree(20, 20);
+    auto* component = new AnimatableComponent();
+    component->setBounds(Rectangle(5, 5, 3, 2), false);
+    tree.root->addAndMakeVisible(component);
+    SmallTextureContext context;
+    component->setTextureStrip(context, makeStrip(4), 4);
+    tree.settle();
+    component->setPosition(1.0f, true);
+    EXPECT_TRUE(tree.container.getDirtyRegion().isEmpty());
+    component->setImage(Image(), 0);
+    EXPECT_EQ(context.liveTextures, 0);
+}
+
+TEST(AnimatableComponentTest, TilesGoWithTheirContext)
+{
+    AnimatableComponent component;
+    {
+        SmallTextureContext context;
+        component.setTextureStrip(context, makeStrip(4), 4);
+        EXPECT_EQ(context.liveTextures, 2);
+    }
+    EXPECT_EQ(component.getTileCount(), 0);
+    const double destination[4] = {0.0, 0.0, 3.0, 2.0};
+    component.drawFrameTexture(destination, 1.0f, 0.0, 0.0, 0.0);
+}
+
+TEST(AnimatableComponentTest, RefusedTextureLeavesNoTiles)
+{
+    SmallTextureContext context;
+    context.refuseTextures = true;
+    AnimatableComponent component;
+    component.setTextureStrip(context, makeStrip(4), 4);
+    EXPECT_EQ(component.getTileCount(), 0);
+    EXPECT_EQ(context.getListenerCount(), 0);
 }
