@@ -20,16 +20,6 @@ namespace
 const Colour opaqueRed(220, 40, 40, 255);
 const Colour opaqueBlue(40, 40, 220, 255);
 const Colour translucentGreen(40, 220, 40, 128);
-
-// Whether two pictures of the same size hold the same pixels; names the first difference.
-::testing::AssertionResult samePixels(const Image& actual, const Image& expected)
-{
-    for (int y = 0; y < expected.getHeight(); ++y)
-        for (int x = 0; x < expected.getWidth(); ++x)
-            if (std::memcmp(actual.getPixelPointer(x, y), expected.getPixelPointer(x, y), 4) != 0)
-                return ::testing::AssertionFailure() << "first difference at " << x << ", " << y;
-    return ::testing::AssertionSuccess();
-}
 }
 
 // ---- Repaint requests ----

@@ -15,11 +15,8 @@ using Log = Probe::Log;
 
 namespace
 {
-constexpr int wheel = ComponentsContainer::wheelEvent;
-constexpr int press = ComponentsContainer::pressEvent;
-constexpr int move = ComponentsContainer::moveEvent;
-constexpr int release = ComponentsContainer::releaseEvent;
-constexpr int exited = ComponentsContainer::exitEvent;
+using namespace PointerKind;
+
 constexpr int left = 1;
 constexpr int right = 4;
 

@@ -11,9 +11,7 @@ using Log = Probe::Log;
 
 namespace
 {
-constexpr int press = ComponentsContainer::pressEvent;
-constexpr int move = ComponentsContainer::moveEvent;
-constexpr int release = ComponentsContainer::releaseEvent;
+using namespace PointerKind;
 
 struct LoggingButtonListener : Button::Listener
 {

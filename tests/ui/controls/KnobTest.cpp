@@ -8,10 +8,7 @@ using namespace q1framework;
 
 namespace
 {
-constexpr int press = ComponentsContainer::pressEvent;
-constexpr int move = ComponentsContainer::moveEvent;
-constexpr int release = ComponentsContainer::releaseEvent;
-constexpr int wheel = ComponentsContainer::wheelEvent;
+using namespace PointerKind;
 
 struct CountingListener : Slider::Listener
 {

@@ -8,9 +8,7 @@ using namespace q1framework;
 
 namespace
 {
-constexpr int press = ComponentsContainer::pressEvent;
-constexpr int move = ComponentsContainer::moveEvent;
-constexpr int release = ComponentsContainer::releaseEvent;
+using namespace PointerKind;
 
 struct StartListener : ScrollBar::Listener
 {

@@ -22,9 +22,7 @@ using Log = Probe::Log;
 
 namespace
 {
-constexpr int press = ComponentsContainer::pressEvent;
-constexpr int move = ComponentsContainer::moveEvent;
-constexpr int release = ComponentsContainer::releaseEvent;
+using namespace PointerKind;
 
 // A 96 x 64 inner panel of controls: a knob, a toggle, a slider and a button, on the palette's
 // background.
@@ -94,14 +92,6 @@ struct AdapterHarness : TreeHarness
     AdapterComponent* adapter;
 };
 
-bool samePixels(const Image& first, const Image& second)
-{
-    for (int y = 0; y < first.getHeight(); ++y)
-        if (std::memcmp(first.getLine(static_cast<unsigned>(y)), second.getLine(static_cast<unsigned>(y)),
-                        static_cast<size_t>(first.getWidth()) * 4) != 0)
-            return false;
-    return true;
-}
 }
 
 TEST(AdapterComponentTest, InnerTreeScaledByANonIntegerFactor)

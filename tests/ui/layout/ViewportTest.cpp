@@ -11,9 +11,7 @@ using namespace q1framework;
 
 namespace
 {
-constexpr int press = ComponentsContainer::pressEvent;
-constexpr int move = ComponentsContainer::moveEvent;
-constexpr int release = ComponentsContainer::releaseEvent;
+using namespace PointerKind;
 
 // A 100 x 80 viewport at (10, 10) of a 200 x 150 tree, viewing a content probe of the given size
 // with horizontal stripes of colour every 10 pixels.
@@ -48,14 +46,6 @@ struct ViewportHarness : TreeHarness
     Probe* content;
 };
 
-bool samePixels(const Image& first, const Image& second)
-{
-    for (int y = 0; y < first.getHeight(); ++y)
-        if (std::memcmp(first.getLine(static_cast<unsigned>(y)), second.getLine(static_cast<unsigned>(y)),
-                        static_cast<size_t>(first.getWidth()) * 4) != 0)
-            return false;
-    return true;
-}
 }
 
 TEST(ViewportTest, ScrollBarsAppearAlongTheAxesTheContentIsLongerOn)

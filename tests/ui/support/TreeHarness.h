@@ -6,6 +6,9 @@
 #include "render/region/Region.h"
 #include "ui/container/ComponentsContainer.h"
 
+#include <gtest/gtest.h>
+
+#include <cstring>
 #include <ostream>
 #include <vector>
 
@@ -95,6 +98,29 @@ struct TreeHarness : q1framework::ComponentsContainer::Listener
     std::vector<Move> moved;
     std::vector<Move> copied;
 };
+
+// The kinds of ComponentsContainer::sendMouseEvent under short names.
+namespace PointerKind
+{
+constexpr int wheel = q1framework::ComponentsContainer::wheelEvent;
+constexpr int press = q1framework::ComponentsContainer::pressEvent;
+constexpr int move = q1framework::ComponentsContainer::moveEvent;
+constexpr int release = q1framework::ComponentsContainer::releaseEvent;
+constexpr int exited = q1framework::ComponentsContainer::exitEvent;
+}  // namespace PointerKind
+
+// Whether two pictures have the same size and the same bytes in every pixel; names the first
+// difference.
+inline ::testing::AssertionResult samePixels(const q1framework::Image& actual, const q1framework::Image& expected)
+{
+    if (actual.getSize() != expected.getSize())
+        return ::testing::AssertionFailure() << "the sizes differ";
+    for (int y = 0; y < expected.getHeight(); ++y)
+        for (int x = 0; x < expected.getWidth(); ++x)
+            if (std::memcmp(actual.getPixelPointer(x, y), expected.getPixelPointer(x, y), 4) != 0)
+                return ::testing::AssertionFailure() << "first difference at " << x << ", " << y;
+    return ::testing::AssertionSuccess();
+}
 
 // gtest prints for the toolkit's value types.
 namespace q1framework

@@ -20,9 +20,8 @@ using Log = Probe::Log;
 
 namespace
 {
-constexpr int press = ComponentsContainer::pressEvent;
-constexpr int move = ComponentsContainer::moveEvent;
-constexpr int release = ComponentsContainer::releaseEvent;
+using namespace PointerKind;
+
 constexpr int imageStyle = WindowFlags::imageSurface;
 constexpr int scaledStyle = WindowFlags::imageSurface | WindowFlags::scaledContent;
 
@@ -61,16 +60,6 @@ struct WindowHarness
     NullWindowPeer* peer;
 };
 
-bool samePixels(const Image& first, const Image& second)
-{
-    if (first.getSize() != second.getSize())
-        return false;
-    for (int y = 0; y < first.getHeight(); ++y)
-        if (std::memcmp(first.getLine(static_cast<unsigned>(y)), second.getLine(static_cast<unsigned>(y)),
-                        static_cast<size_t>(first.getWidth()) * 4) != 0)
-            return false;
-    return true;
-}
 
 // A fresh painting of the tree of container, at its size.
 Image paintTree(ComponentsContainer& container)
