@@ -41,10 +41,13 @@ class Window;
 // (normal components, then overlays), that calls paint once per rectangle of the visible dirty
 // part of each component, with that rectangle as the clip. An opaque component hides what lies
 // beneath it, so areas under an opaque component painted later are never painted. paint must
-// therefore draw the same pixels however often it is called.
+// therefore draw the same pixels however often it is called. Overlays (popups) are painted after
+// all the rest, and their children once more over them; an overlay belongs after the siblings it
+// covers, since occlusion goes by the order of the walk.
 //
 // Thread contract: main thread only; nothing here locks. Handlers may delete their own component
-// (or any other) from inside a call: the container and the toolkit check after every call out.
+// (or any other, but not the container or window that is delivering the event) from inside a
+// call: the container and the toolkit check after every call out.
 class Component
 {
 public:
@@ -55,7 +58,7 @@ public:
     static constexpr uint32_t flagHitTestable = 8;    // set by default; a hit on this component counts
     static constexpr uint32_t flagVisible = 16;       // clear by default: a component starts hidden
     static constexpr uint32_t flagWantsFocus = 32;    // may take keyboard focus
-    static constexpr uint32_t flagClipsChildren = 128;// children are clipped to the bounds
+    static constexpr uint32_t flagClipsChildren = 128; // children are clipped to the bounds
     static constexpr uint32_t flagBuffered = 512;     // paint goes through the cached image
     static constexpr uint32_t defaultFlags = flagEnabled | flagHitTestable;
 
@@ -299,6 +302,8 @@ public:
     bool isShowing() const;
     void setOpaque(bool opaque) { setFlag(flagOpaque, opaque); }
     bool isOpaque() const { return (flags & flagOpaque) != 0; }
+    // A buffered component paints into an image of its own when that image is new (first paint,
+    // new size) or after a repaint, and otherwise only draws the image.
     void setBuffered(bool buffered) { setFlag(flagBuffered, buffered); }
     bool isBuffered() const { return (flags & flagBuffered) != 0; }
     void setClipsChildren(bool clips) { setFlag(flagClipsChildren, clips); }
@@ -387,7 +392,6 @@ protected:
 
 private:
     friend class ComponentsContainer;
-    friend class SafePointer;
 
     // The pointer handlers that the container runs, each around the public handler (see
     // ComponentsContainer::sendMouseEvent).
