@@ -23,6 +23,8 @@ demo_packages=(
   libtinyxml-dev
   # the editor's art, rendered from SVG at build time, and the font of its labels
   librsvg2-dev libcairo2-dev fonts-inter
+  # windows and presenting: Xlib with MIT-SHM and the cursor library, GL through GLX
+  libx11-dev libxext-dev libxfixes-dev libxcursor-dev libgl-dev libopengl-dev
 )
 test_packages=(
   # test and benchmark frameworks
@@ -33,6 +35,8 @@ test_packages=(
   locales
   # fuzzing: clang with libFuzzer and the sanitizer runtimes
   clang-14 libclang-rt-14-dev
+  # the GUI tests: a virtual X server, Mesa's software GL, and XTest for synthetic input
+  xvfb xauth libgl1-mesa-dri libglx-mesa0 libxtst-dev
 )
 
 case "$job" in

@@ -92,6 +92,16 @@ Image::InternalImage::InternalImage(uint8_t* callerPixels, int32_t newWidth, int
 {
 }
 
+Image::InternalImage* Image::InternalImage::wrap(uint8_t* callerPixels, int32_t width, int32_t height,
+                                                 int32_t stride, int32_t margin)
+{
+    auto* image = new InternalImage(callerPixels, width, height, stride);
+    image->margin = margin;
+    if (callerPixels != nullptr)
+        image->data = callerPixels - static_cast<ptrdiff_t>(margin) * stride - static_cast<ptrdiff_t>(margin) * 4;
+    return image;
+}
+
 Image::InternalImage::InternalImage(uint8_t* block, int32_t newWidth, int32_t newHeight, int32_t newStride,
                                     int32_t newMargin)
     : ReferenceCountedObject(true), data(block), width(newWidth), height(newHeight), stride(newStride),
@@ -116,7 +126,7 @@ Image::Image(int width, int height, bool clear, int margin)
 
 Image::Image(const Point& size, bool clear, int margin) : Image(size.x, size.y, clear, margin) {}
 
-Image::Image(void* pixels, int width, int height, int stride, int flags)
+Image::Image(void* pixels, int width, int height, int stride, int flags, int margin)
 {
     if (width < 1 && height < 1)
         return;
@@ -124,7 +134,7 @@ Image::Image(void* pixels, int width, int height, int stride, int flags)
     height = std::max(height, 0);
     if ((flags & wrapPixels) != 0)
     {
-        internal = new InternalImage(static_cast<uint8_t*>(pixels), width, height, stride);
+        internal = InternalImage::wrap(static_cast<uint8_t*>(pixels), width, height, stride, std::max(margin, 0));
         return;
     }
     internal = new InternalImage(width, height, defaultMargin, false);

@@ -42,10 +42,13 @@ public:
     // allocated (or exceeds 4 GB) leaves an empty image with no memory and a size of 0 by 0.
     Image(int width, int height, bool clear, int margin = defaultMargin);
     Image(const Point& size, bool clear, int margin = defaultMargin);
-    // With wrapPixels in flags: a margin-less image over the caller's memory, which must outlive
-    // every handle and is never freed by it. Without: a new image of margin 16 holding a copy of
-    // the width * 4 bytes of each line of pixels, lines stride bytes apart.
-    Image(void* pixels, int width, int height, int stride, int flags);
+    // With wrapPixels in flags: an image over the caller's memory, which must outlive every
+    // handle and is never freed by it. pixels is the picture's pixel (0, 0); margin says how many
+    // zeroed pixels the caller's memory holds around the picture on every side (its lines are
+    // still stride bytes apart), so that readers past the edge use them instead of copying the
+    // picture into an image that has a margin. Without wrapPixels: a new image of margin 16
+    // holding a copy of the width * 4 bytes of each line of pixels, and margin is ignored.
+    Image(void* pixels, int width, int height, int stride, int flags, int margin = 0);
     Image(const Image& other);
     Image(Image&& other) noexcept : internal(other.internal) { other.internal = nullptr; }
     Image& operator=(const Image& other);

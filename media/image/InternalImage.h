@@ -18,6 +18,9 @@ public:
     InternalImage(int32_t width, int32_t height, int32_t margin, bool clear);
     // A wrapper over the caller's memory, margin 0, not owned.
     InternalImage(uint8_t* callerPixels, int32_t width, int32_t height, int32_t stride);
+    // A wrapper over the caller's memory, not owned: callerPixels is pixel (0, 0), and the
+    // caller's memory holds margin pixels around the picture.
+    static InternalImage* wrap(uint8_t* callerPixels, int32_t width, int32_t height, int32_t stride, int32_t margin);
     // Takes a block from alignedMalloc with the given layout; the caller has checked it.
     InternalImage(uint8_t* block, int32_t width, int32_t height, int32_t stride, int32_t margin);
     ~InternalImage() override;

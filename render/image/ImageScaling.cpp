@@ -1,90 +1,16 @@
 #include "render/image/ImageScaling.h"
 
-#include "render/image/ResamplingFilter.h"
-#include "render/kernels/PixelKernels.h"
+#include "render/image/ImageResampler.h"
 
-#include <algorithm>
 #include <cstring>
-#include <vector>
 
 namespace q1framework
 {
 
-namespace
-{
-// The source margin that lets the horizontal pass read past the picture without a test: half of
-// the largest tap count, with the padding taps (coefficient 0) reaching into the next line's
-// margin.
-constexpr int requiredSourceMargin = ResamplingFilter::maximumTaps / 2;
-// Source lines computed beyond those under a rectangle, for the vertical taps.
-constexpr int lineReach = 17;
-
-// The horizontal taps are padded to a multiple of 4 for the vector kernels.
-int padTaps(int taps)
-{
-    return (taps + 3) & ~3;
-}
-
-struct Passes
-{
-    const Image& source;
-    Image& intermediate;
-    Image& destination;
-    const ResamplingFilter& across;
-    const ResamplingFilter& down;
-    const PixelKernels& kernels;
-    std::vector<int32_t> starts;
-    std::vector<int16_t> coefficients;
-
-    void resampleRectangle(const Rectangle& area)
-    {
-        // Pairs of columns: an odd width also computes the column to its right.
-        const int columns = (area.w + 1) / 2 * 2;
-        const int horizontalTaps = padTaps(across.getTaps());
-        across.computeRun(area.x, columns, horizontalTaps, 4, starts, coefficients);
-        const float scaleY = down.getScale();
-        const int firstLine = std::max(static_cast<int>(area.y * scaleY) - lineReach, 0);
-        const int lastLine = std::min(static_cast<int>(area.getBottom() * scaleY) + lineReach, source.getHeight() - 1);
-        for (int line = firstLine; line <= lastLine; ++line)
-            kernels.filterLine(source.getLine(static_cast<unsigned>(line)),
-                               intermediate.getPixelPointer(area.x, line), columns, starts.data(),
-                               coefficients.data(), horizontalTaps);
-
-        const int verticalTaps = down.getTaps();
-        down.computeRun(area.y, area.h, verticalTaps, 1, starts, coefficients);
-        const bool roomForPair = area.x + columns <= destination.getWidth() + destination.getMargin();
-        const int written = roomForPair ? columns : area.w;
-        for (int row = 0; row < area.h; ++row)
-            kernels.filterColumns(intermediate.getPixelPointer(area.x, starts[static_cast<size_t>(row)]),
-                                  intermediate.getStride(), destination.getPixelPointer(area.x, area.y + row), written,
-                                  coefficients.data() + static_cast<size_t>(row) * verticalTaps, verticalTaps);
-    }
-};
-}
-
 Image resampleImage(const Image& source, Image& destination, const Rectangle* rectangles, int count, int quality)
 {
-    if (source.isEmpty() || source.getData() == nullptr || destination.getWidth() < 1
-        || destination.getHeight() < 1 || destination.getData() == nullptr)
-        return Image();
-    if (count < 1 || rectangles == nullptr)
-        return destination;
-    Image readable(source);
-    if (readable.getMargin() < requiredSourceMargin)
-        readable.setMargin(Image::defaultMargin);
-    Image intermediate(destination.getWidth(), source.getHeight(), false, Image::defaultMargin);
-    if (readable.isEmpty() || intermediate.isEmpty())
-        return destination;
-    const ResamplingFilter across(source.getWidth(), destination.getWidth(), quality);
-    const ResamplingFilter down(source.getHeight(), destination.getHeight(), quality);
-    Passes passes{readable, intermediate, destination, across, down, PixelKernels::getBest(), {}, {}};
-    for (int index = 0; index < count; ++index)
-    {
-        const Rectangle area = rectangles[index].getIntersection(destination.getBounds());
-        if (!area.isEmpty())
-            passes.resampleRectangle(area);
-    }
-    return destination;
+    ImageResampler resampler;
+    return resampler.resample(source, destination, rectangles, count, quality);
 }
 
 Image resized(const Image& image, const Point& size, int quality)

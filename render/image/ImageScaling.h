@@ -23,7 +23,8 @@ namespace q1framework
 //
 // A source whose margin is narrower than 16 pixels is read through a copy that has that margin.
 // Returns destination; the null image when source is empty or destination has a side below 1;
-// destination untouched when count is below 1.
+// destination untouched when count is below 1. Each call makes its working memory anew; a caller
+// that scales on every frame keeps an ImageResampler instead.
 Image resampleImage(const Image& source, Image& destination, const Rectangle* rectangles, int count, int quality);
 
 // A new image of size, margin 16, wholly resampled from image; null for an empty image or a size

@@ -8,6 +8,12 @@
 namespace q1framework
 {
 
+namespace
+{
+// Room each new list starts with.
+constexpr int32_t initialIntervals = 4;
+}
+
 Region::Region(int32_t initialCapacity)
 {
     edges.ensureCapacity(initialCapacity);
@@ -103,7 +109,9 @@ void Region::getIntersection(const Rectangle& area, Region& result) const
     const int32_t a = static_cast<int32_t>(std::upper_bound(edges.begin(), edges.end(), left) - edges.begin());
     const int32_t b = findFirstEdgeNotBelow(right);
 
-    SegmentList cut;
+    // The working list comes from result's pool and goes back there, so that a result in steady
+    // use makes no list at all.
+    SegmentList& cut = *result.takeList();
     if (a > 0)
     {
         strips[a - 1]->getIntersection(top, bottom, cut);
@@ -120,7 +128,11 @@ void Region::getIntersection(const Rectangle& area, Region& result) const
             result.appendStrip(edges[index], cut);
     }
     if (!result.strips.isEmpty() && !result.strips.getLast()->isEmpty())
-        result.appendStrip(right, SegmentList());
+    {
+        cut.clear();
+        result.appendStrip(right, cut);
+    }
+    result.releaseList(&cut);
 }
 
 void Region::getRectangles(RectangleList& list) const
@@ -182,7 +194,13 @@ void Region::dump() const { std::fputs(getDumpText().getCString(), stderr); }
 SegmentList* Region::takeList()
 {
     if (pool.isEmpty())
-        return new SegmentList();
+    {
+        // Lists go round the pool and are handed out for any strip; starting each with room for
+        // a few intervals spares them growing one after the other in the first frames.
+        auto* list = new SegmentList();
+        list->reserve(initialIntervals);
+        return list;
+    }
     SegmentList* list = pool.getLast();
     pool.removeAt(pool.getCount() - 1);
     return list;

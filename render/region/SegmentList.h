@@ -30,6 +30,8 @@ public:
     bool operator!=(const SegmentList& other) const { return !(*this == other); }
 
     void clear() { values.clear(); }
+    // Makes room for intervals intervals without growing later.
+    void reserve(int32_t intervals) { values.ensureCapacity(2 * intervals); }
     // Replaces the entries by those of other.
     void copyFrom(const SegmentList& other);
 

@@ -28,7 +28,7 @@ public:
     void present() override;
     void copyRegion(void* ignored, const Rectangle& source, const Point& destination) override;
 
-    int getMargin() const { return margin; }
+    int getMargin() const override { return margin; }
 
 private:
     uint8_t* block = nullptr;  // calloc'ed, (width + 2 * margin) * (height + 2 * margin) pixels

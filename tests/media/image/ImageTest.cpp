@@ -88,6 +88,22 @@ TEST(Image, ConstructionSizesStridesAndMargins)
     EXPECT_TRUE(marginIsClear(image));
 }
 
+TEST(Image, AWrapperOfMemoryWithAMarginReportsIt)
+{
+    // A picture of 2 by 3 inside a block with 1 pixel of margin: lines of 4 pixels, 5 lines.
+    std::vector<uint8_t> block(5 * 16);
+    for (size_t index = 0; index < block.size(); ++index)
+        block[index] = static_cast<uint8_t>(index);
+    uint8_t* picture = block.data() + 16 + 4;
+    const Image wrapped(picture, 2, 3, 16, Image::wrapPixels, 1);
+    EXPECT_EQ(wrapped.getMargin(), 1);
+    EXPECT_EQ(wrapped.getData(), block.data());
+    EXPECT_EQ(wrapped.getPixelPointer(0, 0), picture);
+    const Image copy = wrapped.duplicate();
+    EXPECT_EQ(copy.getMargin(), 1);
+    EXPECT_EQ(pixelAt(copy, 1, 2), pixelAt(wrapped, 1, 2));
+}
+
 TEST(Image, ForeignPixelsSharingAndNewMargins)
 {
     // Three lines of 2 pixels, 12 bytes apart: a wrapper uses them, a copy gets margin 16.

@@ -1,5 +1,6 @@
 // The resampler's filter and the image operations built on it: coefficients against their
 // formula, resampleImage against a plain per-pixel statement of its passes, and a golden scene.
+#include "render/image/ImageResampler.h"
 #include "render/image/ImageScaling.h"
 
 #include "GoldenImage.h"
@@ -177,6 +178,9 @@ TEST(ImageScalingTest, ResamplingMatchesItsPassesWrittenOutPixelByPixel)
     // taps, in the last case, it needs 16 of them.
     const int cases[][5] = {{40, 30, 23, 17, -1}, {21, 15, 50, 37, -1}, {33, 20, 16, 10, 8},  {17, 19, 31, 11, 13},
                             {64, 12, 9, 12, 100},  {12, 12, 12, 12, -1}, {24, 60, 20, 40, 32}};
+    // A resampler kept from case to case, as a window keeps one, reuses its working memory
+    // through the changes of size and must give the same pixels.
+    q1framework::ImageResampler kept;
     for (const auto& [sourceWidth, sourceHeight, width, height, quality] : cases)
     {
         const Image source = randomPicture(random, sourceWidth, sourceHeight);
@@ -184,10 +188,12 @@ TEST(ImageScalingTest, ResamplingMatchesItsPassesWrittenOutPixelByPixel)
                                                 Rectangle(0, 0, width, height / 2),
                                                 Rectangle(1, height / 2, width / 2 + 1, height - height / 2)};
         Image actual = makeCanvas(width, height, {1, 2, 3, 4});
-        Image expected = actual.duplicate();
+        Image expected = actual.duplicate(), keptActual = actual.duplicate();
         EXPECT_EQ(resampleImage(source, actual, rectangles.data(), int(rectangles.size()), quality), actual);
+        kept.resample(source, keptActual, rectangles.data(), int(rectangles.size()), quality);
         resampleByDefinition(source, expected, rectangles, quality);
         EXPECT_TRUE(samePixels(actual, expected, 1)) << sourceWidth << " x " << sourceHeight << " to " << width << " x " << height;
+        EXPECT_TRUE(samePixels(keptActual, expected, 1)) << "kept resampler, " << sourceWidth << " x " << sourceHeight;
     }
     // getScaled to another size is the resampler at quality 8 over the whole new picture.
     const Image source = randomPicture(random, 16, 12);
