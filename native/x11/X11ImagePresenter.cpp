@@ -141,13 +141,12 @@ void X11ImagePresenter::presentPixels(const uint8_t* pixels, int stride, const P
         else
             putPlain(pixels, stride, size, area);
     }
-    if (!putAny)
-        return;
-    // The segment is written again next frame, so the server must have read it by then; the
-    // plain put has copied the pixels into the request already.
-    if (shared)
-        XSync(display, False);
-    else
+    // No round trip to wait for the server: it reads the segment while it processes the put,
+    // and the next frame writes the segment only some 16 ms later. Should the server lag a whole
+    // frame behind, a put shows the newer pixels of the same rectangles, which the next put shows
+    // again; the segment is never freed before the server has answered (releaseSegment). So a
+    // frame costs no round trip, and no allocation in Xlib for a reply.
+    if (putAny)
         XFlush(display);
 }
 

@@ -14,10 +14,9 @@ class X11Connection;
 
 // The image put of an X window, for windows that draw without GL. With MIT-SHM (a local
 // server) the rectangles are copied into a shared-memory image of the window's size and put
-// with XShmPutImage; the presenter then waits for the server to have read them, so the next
-// frame may write the segment again. Without it (a remote display, or a server without the
-// extension, or after the attach failed) each rectangle is put with XPutImage straight from the
-// caller's pixels, with no copy.
+// with XShmPutImage. Without it (a remote display, or a server without the extension, or after
+// the attach failed) each rectangle is put with XPutImage straight from the caller's pixels,
+// with no copy. Either way a present sends its requests and returns without a round trip.
 //
 // Pixels can be shown only on a TrueColor window of depth 24 or 32 whose pixels are 32 bits
 // with red, green and blue in the masks ff0000, ff00 and ff, which is what X servers use today;
