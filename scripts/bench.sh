@@ -3,12 +3,13 @@
 #   dsp: X ns/stereo frame @512, Y x realtime @48k, silence/signal Z
 #   host: adapter X ns/block @512, bare processor Y ns/block, overhead Z % (target <= 5 %, ...)
 #   render: ours/pixman fill F, blend B, scale to 1000x233 S1, to 1100x257 S2; repaint R ms
+#   present: gl G ms, ximage X ms per frame; cpu at 60 fps gl A %, ximage B %; allocations per frame N
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 "$root/scripts/install-deps.sh"
-"$root/scripts/build.sh" release --target dsp-bench host-bench render-bench
+"$root/scripts/build.sh" release --target dsp-bench host-bench render-bench present-bench
 summaries=()
-for program in dsp-bench host/host-bench render/render-bench; do
+for program in dsp-bench host/host-bench render/render-bench native/present-bench; do
   summaries+=("$("$root/build/release/bench/$program" "$@" | tee /dev/stderr | tail -n 1)")
 done
 echo
