@@ -124,7 +124,8 @@ RenderingContext* Window::createRenderingContext()
     if (context == nullptr)
         return nullptr;
     context->setSize(size.x, size.y);
-    // Frames wait for one vertical blank unless the window asks for none.
+    // One vertical blank per swap unless the window asks for none; only a double-buffered
+    // drawable swaps at all.
     context->makeCurrent();
     drawable->setSwapInterval((flags & WindowFlags::swapIntervalZero) != 0 ? 0 : 1);
     context->releaseCurrent();

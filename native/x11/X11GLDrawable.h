@@ -10,7 +10,7 @@ namespace q1framework
 // The GL drawable of an X window: a GLX context of the window's visual, direct rendering where
 // the driver offers it.
 //
-// Buffering. A single-buffered visual is chosen where the driver offers one, as designed: the
+// Buffering. A single-buffered visual is chosen where the driver offers one: the
 // frame ends with glFlush, which presents the front buffer (Mesa presents it at the flush,
 // llvmpipe under Xvfb exactly), and no frame ever waits for a vertical blank on the host's
 // thread. Only a driver without single-buffered visuals gets a double-buffered one, and then a

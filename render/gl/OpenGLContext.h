@@ -16,15 +16,15 @@ class OpenGLShader;
 // drawing, and one shader, the anti-aliased circle. It draws through a GLDrawable that the
 // window system made for the window, and knows nothing else of the platform.
 //
-// Buffering: the drawable decides. A single-buffered drawable (the design, and what Mesa offers
-// on X11) ends a frame with glFlush; the front buffer is presented at the flush, and nothing
+// Buffering: the drawable decides. A single-buffered drawable (the framework's choice, and what
+// Mesa offers on X11) ends a frame with glFlush; the front buffer is presented at the flush, and nothing
 // waits for the vertical blank. A double-buffered drawable ends it with a swap.
 //
 // Clip arithmetic, with height the drawable's height: setClip(x, y, w, h) sets the scissor box
 // (x, height - (y + h), w, h) and enables it; an empty clip disables the scissor test (no clip
 // at all); getClip reads the scissor box (x, sy, w, h) back as (x, height - (sy + h), w, h).
 //
-// Colour quirks kept as designed: the outline and the line pass their colour bytes to
+// Colour quirks, kept on purpose: the outline and the line pass their colour bytes to
 // glColor4b, whose arguments are signed, so a channel of 128 or more draws as 0 and 127 is full
 // intensity; the outline stops one pixel short of the fill's right and bottom edges.
 //
@@ -84,9 +84,10 @@ public:
     // The window system's context handle.
     void* getNativeContext() override;
     // makeCurrent; scissor on; projection glOrtho(0, w, h, 0, 0, 1) (the identity is loaded
-    // before the mode switch, as designed, so it reaches the projection from the second frame
-    // on); viewport and scissor over the whole drawable; source-over blending; no depth test;
-    // cleared to opaque black.
+    // before the switch to the projection matrix, so in the first frame it resets the model
+    // view and from the second on, the mode staying on the projection, the projection); viewport
+    // and scissor over the whole drawable; source-over blending; no depth test; cleared to
+    // opaque black.
     void beginFrame() override;
     // flush, then releaseCurrent.
     void endFrame() override;

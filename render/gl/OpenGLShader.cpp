@@ -12,9 +12,14 @@ namespace
 // The longest log kept; a longer one is cut.
 constexpr int logCapacity = 50000;
 
-void printLog(const char* prefix, const char* text)
+// Prints the info log of a shader or a program (getLog is glGetShaderInfoLog or
+// glGetProgramInfoLog, which take the same arguments) after prefix.
+void printLog(const char* prefix, PFNGLGETSHADERINFOLOGPROC getLog, GLuint name)
 {
-    std::fprintf(stderr, "%s%s\n", prefix, text);
+    static char log[logCapacity];
+    log[0] = 0;
+    getLog(name, logCapacity, nullptr, log);
+    std::fprintf(stderr, "%s%s\n", prefix, log);
 }
 }  // namespace
 
@@ -45,10 +50,7 @@ OpenGLShader::OpenGLShader(OpenGLContext& owner, const char* vertexSource, const
     gl.getProgramiv(program, GL_LINK_STATUS, &linked);
     if (linked == 0)
     {
-        static char log[logCapacity];
-        log[0] = 0;
-        gl.getProgramInfoLog(program, logCapacity, nullptr, log);
-        printLog("[PROGRAM]: ", log);
+        printLog("[PROGRAM]: ", gl.getProgramInfoLog, program);
         valid = false;
     }
     gl.detachShader(program, vertexShader);
@@ -65,10 +67,7 @@ uint32_t OpenGLShader::compile(uint32_t type, const char* source)
     gl.getShaderiv(shader, GL_COMPILE_STATUS, &compiled);
     if (compiled == 0)
     {
-        static char log[logCapacity];
-        log[0] = 0;
-        gl.getShaderInfoLog(shader, logCapacity, nullptr, log);
-        printLog(type == GL_FRAGMENT_SHADER ? "[FRAGMENT SHADER]: " : "[VERTEX SHADER]: ", log);
+        printLog(type == GL_FRAGMENT_SHADER ? "[FRAGMENT SHADER]: " : "[VERTEX SHADER]: ", gl.getShaderInfoLog, shader);
         valid = false;
     }
     return shader;

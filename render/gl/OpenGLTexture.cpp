@@ -18,7 +18,7 @@ size_t byteCount(int width, int height)
     return static_cast<size_t>(width) * static_cast<size_t>(height) * 4;
 }
 
-// A colour byte divided by alpha, in single precision as designed.
+// A colour byte divided by alpha, in single precision.
 uint8_t unpremultiplied(uint8_t byte, float factor)
 {
     return static_cast<uint8_t>(std::min(255.0f, static_cast<float>(static_cast<int>(byte * factor))));
