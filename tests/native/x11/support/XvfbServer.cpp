@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -15,6 +16,8 @@ XvfbServer::XvfbServer(const std::vector<std::string>& extraArguments)
     if (process == 0)
     {
         close(channel[0]);
+        // A test program that crashes or is killed takes its server with it.
+        prctl(PR_SET_PDEATHSIG, SIGTERM);
         // The server's own output would keep the test runner's pipes open after the test.
         const int quiet = open("/dev/null", O_RDWR);
         dup2(quiet, STDIN_FILENO);

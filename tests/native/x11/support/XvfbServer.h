@@ -6,7 +6,8 @@
 
 // A virtual X server of the test's own: Xvfb on a display number it picks itself (-displayfd,
 // since the socket folder is shared with other jobs), with -noreset, so that a client connecting
-// while the last one leaves is never refused. Stopped by its process id.
+// while the last one leaves is never refused. Stopped by its process id, and by the system when
+// the program dies without stopping it.
 class XvfbServer
 {
 public:
