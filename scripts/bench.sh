@@ -5,12 +5,13 @@
 #   render: ours/pixman fill F, blend B, scale to 1000x233 S1, to 1100x257 S2; repaint R ms
 #   state: real chunk R us, 100000 attributes A ms, 1 MB attribute B ms (target < 10 ms, ...)
 #   ui: frame F ms, allocations per frame N
+#   present: gl G ms, ximage X ms per frame; cpu at 60 fps gl A %, ximage B %; allocations per frame N
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 "$root/scripts/install-deps.sh"
-"$root/scripts/build.sh" release --target dsp-bench host-bench render-bench state-bench ui-bench
+"$root/scripts/build.sh" release --target dsp-bench host-bench render-bench state-bench ui-bench present-bench
 summaries=()
-for program in dsp-bench host/host-bench render/render-bench plugin/state-bench ui/ui-bench; do
+for program in dsp-bench host/host-bench render/render-bench plugin/state-bench ui/ui-bench native/present-bench; do
   summaries+=("$("$root/build/release/bench/$program" "$@" | tee /dev/stderr | tail -n 1)")
 done
 echo

@@ -6,7 +6,8 @@
 #include "native/window/SystemCursor.h"
 #include "native/window/WindowFlags.h"
 #include "native/window/WindowPeer.h"
-#include "render/context/RenderingContext.h"
+#include "render/context/GLDrawable.h"
+#include "render/gl/OpenGLContext.h"
 
 #include <algorithm>
 
@@ -89,16 +90,19 @@ bool Window::createNative(const Rectangle& bounds, int newFlags, const String& t
     kind = parent != nullptr ? WindowPeer::childKind : WindowPeer::topLevelKind;
     backingScale = 1.0;
     peer = WindowPeer::create(*this, bounds, flags, title, parent);
-    if ((flags & WindowFlags::openGL) != 0)
+    if (peer != nullptr)
     {
-        // No rendering context here: the toolkit shows the window through the image put.
-        flags = (flags & ~WindowFlags::openGL) | WindowFlags::imageSurface;
+        kind = peer->getKind();
+        backingScale = peer->getBackingScale();
+        size = peer->getBounds().getSize();
+        if ((flags & WindowFlags::openGL) != 0)
+            renderingContext = createRenderingContext();
     }
+    // Without a rendering context the toolkit shows the window through the image put.
+    if ((flags & WindowFlags::openGL) != 0 && renderingContext == nullptr)
+        flags = (flags & ~WindowFlags::openGL) | WindowFlags::imageSurface;
     if (peer == nullptr)
         return false;
-    kind = peer->getKind();
-    backingScale = peer->getBackingScale();
-    size = peer->getBounds().getSize();
     paintPending = true;
     if (kind == WindowPeer::topLevelKind)
     {
@@ -109,6 +113,23 @@ bool Window::createNative(const Rectangle& bounds, int newFlags, const String& t
     if (liveWindows.addIfNotAlreadyThere(this))
         VSyncTimer::addListener(&frameClock);
     return true;
+}
+
+RenderingContext* Window::createRenderingContext()
+{
+    GLDrawable* drawable = peer->getGLDrawable();
+    if (drawable == nullptr)
+        return nullptr;
+    OpenGLContext* context = OpenGLContext::create(*drawable);
+    if (context == nullptr)
+        return nullptr;
+    context->setSize(size.x, size.y);
+    // One vertical blank per swap unless the window asks for none; only a double-buffered
+    // drawable swaps at all.
+    context->makeCurrent();
+    drawable->setSwapInterval((flags & WindowFlags::swapIntervalZero) != 0 ? 0 : 1);
+    context->releaseCurrent();
+    return context;
 }
 
 void Window::destroyNative()

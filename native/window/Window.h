@@ -230,6 +230,9 @@ private:
 
     // The position as mouseEvent gets it: scaled with the high-resolution flag.
     Point toWindowPosition(const Point& position) const;
+    // The OpenGL context over the peer's GL drawable, with the window's size and swap interval;
+    // null when the peer has no drawable or GL cannot serve.
+    RenderingContext* createRenderingContext();
     // Whether the frame loop draws the window now; clears the pending paint.
     bool takePaintDue();
     void leaveFrameLoop();

@@ -35,9 +35,10 @@ public:
         openGLAltKind = 3  // OpenGLSurface as well
     };
 
-    // A new surface of the given kind and size, owned by the caller. Kinds 1 and 3 need context,
-    // kind 2 needs presenter (the window's, Window::getImagePresenter); kind 0 needs neither.
-    // Null for any other kind, or when what the kind needs is null.
+    // A new surface of the given kind and size, owned by the caller. Kinds 1 and 3 need context
+    // (an OpenGLSurface over an OpenGLContext, a TextureSurface over any other), kind 2 needs
+    // presenter (the window's, Window::getImagePresenter); kind 0 needs neither. Null for any
+    // other kind, or when what the kind needs is null.
     static Surface* create(RenderingContext* context, int kind, const Point& size, ImagePresenter* presenter = nullptr);
 
     explicit Surface(const Point& initialSize) : size(initialSize) {}
