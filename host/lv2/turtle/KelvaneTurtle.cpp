@@ -1,8 +1,8 @@
-#include "KelvaneTurtle.h"
+#include "host/lv2/turtle/KelvaneTurtle.h"
 
-#include "TurtleText.h"
 #include "host/lv2/KelvanePresets.h"
 #include "host/lv2/LV2PortLayout.h"
+#include "host/lv2/turtle/TurtleText.h"
 #include "plugin/KLMeters.h"
 #include "plugin/KLParameters.h"
 #include "plugin/PluginDescription.h"

@@ -1,4 +1,4 @@
-#include "TurtleText.h"
+#include "host/lv2/turtle/TurtleText.h"
 
 #include <cmath>
 #include <cstdio>

@@ -2,7 +2,7 @@
 // (KelvaneTurtle) into FOLDER, for the shared object named BINARY inside it. The build runs it
 // whenever the tables it reads change. A failure is one line on standard error and exit code 1.
 
-#include "KelvaneTurtle.h"
+#include "host/lv2/turtle/KelvaneTurtle.h"
 #include "plugin/PluginDescription.h"
 
 #include <cstdio>
