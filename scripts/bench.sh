@@ -4,12 +4,13 @@
 #   host: adapter X ns/block @512, bare processor Y ns/block, overhead Z % (target <= 5 %, ...)
 #   render: ours/pixman fill F, blend B, scale to 1000x233 S1, to 1100x257 S2; repaint R ms
 #   state: real chunk R us, 100000 attributes A ms, 1 MB attribute B ms (target < 10 ms, ...)
+#   lv2: ns/stereo frame @64/@512: Kelvane A/B (without meters C/D); <shaper> E/F (Kelvane/it x/y); ...
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
-"$root/scripts/install-deps.sh"
-"$root/scripts/build.sh" release --target dsp-bench host-bench render-bench state-bench
+"$root/scripts/install-deps.sh" bench
+"$root/scripts/build.sh" release --target dsp-bench host-bench render-bench state-bench lv2-bench
 summaries=()
-for program in dsp-bench host/host-bench render/render-bench plugin/state-bench; do
+for program in dsp-bench host/host-bench render/render-bench plugin/state-bench host/lv2-bench; do
   summaries+=("$("$root/build/release/bench/$program" "$@" | tee /dev/stderr | tail -n 1)")
 done
 echo
