@@ -38,6 +38,8 @@ test_packages=(
   clang-14 libclang-rt-14-dev
   # the LV2 tests' and benchmarks' host library, and the LV2 project's tools the tests run
   liblilv-dev lilv-utils serdi
+  # Ardour 7, whose headless Lua session tool (ardour7-lua) runs the LV2 build in a real host
+  ardour
 )
 bench_packages=(
   # the transient shapers Debian ships as LV2 plug-ins, which the LV2 benchmark compares
