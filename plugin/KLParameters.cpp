@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <climits>
-#include <initializer_list>
 #include <cmath>
+#include <initializer_list>
 
 using q1framework::String;
 

@@ -29,28 +29,28 @@ step "building the plug-in and the tools (log: build/logs/demo-build.log)" demo-
   "$root/scripts/build.sh" demo --target Kelvane KelvaneLV2 kelvane-render kelvane-demo
 
 build="$root/build/release"
-vst_folder=${VST_PATH:-}
-vst_folder=${vst_folder%%:*}
-[ -n "$vst_folder" ] || vst_folder="$HOME/.vst"
-bundle="$vst_folder/Kelvane"
-mkdir -p "$bundle"
-install -m 755 "$build/Kelvane/Kelvane.so" "$bundle/Kelvane.so"
-if [ -f "$build/Kelvane/resources.bin" ]; then
-  install -m 644 "$build/Kelvane/resources.bin" "$bundle/resources.bin"
-fi
+# first_folder LIST DEFAULT: the first folder of a colon-separated LIST, DEFAULT when LIST is empty.
+first_folder() {
+  local folder=${1%%:*}
+  echo "${folder:-$2}"
+}
+# install_bundle FROM TO: every file of the build tree's bundle folder FROM (the shared object,
+# resources.bin and, in an LV2 bundle, the Turtle files) into the folder TO.
+install_bundle() {
+  mkdir -p "$2"
+  local file
+  for file in "$1"/*; do
+    case "$file" in
+      *.so) install -m 755 "$file" "$2/" ;;
+      *) install -m 644 "$file" "$2/" ;;
+    esac
+  done
+}
+bundle="$(first_folder "${VST_PATH:-}" "$HOME/.vst")/Kelvane"
+install_bundle "$build/Kelvane" "$bundle"
 echo "demo: installed $bundle/Kelvane.so"
-
-# The LV2 bundle as the build made it: its shared object, its Turtle documents and the pack.
-lv2_folder=${LV2_PATH:-}
-lv2_folder=${lv2_folder%%:*}
-[ -n "$lv2_folder" ] || lv2_folder="$HOME/.lv2"
-lv2_bundle="$lv2_folder/Kelvane.lv2"
-mkdir -p "$lv2_bundle"
-install -m 755 "$build/lv2/Kelvane.lv2/Kelvane.so" "$lv2_bundle/Kelvane.so"
-install -m 644 "$build/lv2/Kelvane.lv2/"*.ttl "$lv2_bundle/"
-if [ -f "$build/lv2/Kelvane.lv2/resources.bin" ]; then
-  install -m 644 "$build/lv2/Kelvane.lv2/resources.bin" "$lv2_bundle/resources.bin"
-fi
+lv2_bundle="$(first_folder "${LV2_PATH:-}" "$HOME/.lv2")/Kelvane.lv2"
+install_bundle "$build/lv2/Kelvane.lv2" "$lv2_bundle"
 echo "demo: installed $lv2_bundle/"
 
 out="$root/out/demo"

@@ -22,7 +22,10 @@ struct Node
 }  // namespace
 
 LV2BenchHost::LV2BenchHost(const std::string& buildBundleFolder)
-    : world(lilv_world_new()), mapFeature{this, mapUri}, mapEntry{LV2_URID__map, &mapFeature}, features{&mapEntry, nullptr}
+    : world(lilv_world_new()),
+      mapFeature{this, mapUri},
+      mapEntry{LV2_URID__map, &mapFeature},
+      features{&mapEntry, nullptr}
 {
     LilvNode* path = lilv_new_string(world, (buildBundleFolder + ":/usr/lib/lv2").c_str());
     lilv_world_set_option(world, LILV_OPTION_LV2_PATH, path);
@@ -90,7 +93,8 @@ std::unique_ptr<LV2BenchHost::Effect> LV2BenchHost::makeEffect(
             const LilvPort* port = lilv_plugin_get_port_by_index(plugin, index);
             if (lilv_port_is_a(plugin, port, audio.node))
             {
-                (lilv_port_is_a(plugin, port, input.node) ? instance.audioInputs : instance.audioOutputs).push_back(index);
+                auto& ports = lilv_port_is_a(plugin, port, input.node) ? instance.audioInputs : instance.audioOutputs;
+                ports.push_back(index);
             }
             else if (lilv_port_is_a(plugin, port, control.node))
             {

@@ -92,12 +92,12 @@ Statements audioPort(uint32_t index, bool input, int channel, int count)
 
 Statements controlPort(uint32_t index, int parameter)
 {
+    const float defaultValue = KLParameters::toPhysical(KLParameters::getDefault(parameter), parameter);
     Statements port = {"a lv2:InputPort , lv2:ControlPort",
                        "lv2:index " + std::to_string(index),
                        "lv2:symbol " + TurtleText::literal(KLParameters::getSymbol(parameter)),
                        "lv2:name " + TurtleText::literal(KLParameters::getName(parameter)),
-                       "lv2:default "
-                           + TurtleText::number(KLParameters::toPhysical(KLParameters::getDefault(parameter), parameter)),
+                       "lv2:default " + TurtleText::number(defaultValue),
                        "lv2:minimum " + TurtleText::number(KLParameters::getMinimum(parameter)),
                        "lv2:maximum " + TurtleText::number(KLParameters::getMaximum(parameter))};
     switch (KLParameters::getKind(parameter))

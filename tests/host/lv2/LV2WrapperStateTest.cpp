@@ -12,7 +12,9 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <string>
+#include <thread>
 #include <vector>
 
 using namespace q1framework;
@@ -41,6 +43,37 @@ protected:
         vst.dispatch(effSetSampleRate, 0, 0, nullptr, 44100.0f);
         vst.dispatch(effSetBlockSize, 0, blockLength);
         vst.dispatch(effMainsChanged, 0, 1);
+    }
+
+    // The settings on the LV2 instance's ports, or as the VST 2.4 side's 0..1 values.
+    static void applySettings(LV2TestInstance& instance)
+    {
+        for (const Setting& setting : settings)
+            instance.port(KLParameters::getSymbol(setting.parameter)) = setting.physical;
+    }
+
+    static void applySettings(AEffect* effect)
+    {
+        for (const Setting& setting : settings)
+        {
+            const float value = KLParameters::fromPhysical(setting.physical, setting.parameter);
+            effect->setParameter(effect, setting.parameter, value);
+        }
+    }
+
+    // A block of silence: the ports' values reach the plug-in, and its detectors rest as those of a
+    // fresh instance.
+    static void silence(LV2TestInstance& instance)
+    {
+        std::vector<float> left(blockLength, 0.0f), right(blockLength, 0.0f);
+        instance.processStereo(left, right);
+    }
+
+    static void silence(AEffect* effect)
+    {
+        std::vector<float> left(blockLength, 0.0f), right(blockLength, 0.0f);
+        float* channels[2] = {left.data(), right.data()};
+        effect->processReplacing(effect, channels, channels, blockLength);
     }
 
     // The first second of the loop through the instance, block by block.
@@ -74,10 +107,8 @@ protected:
 TEST_F(LV2WrapperState, StateSavedThroughLilvRestoresTheControlsAndTheSound)
 {
     LV2TestInstance original(lv2);
-    for (const Setting& setting : settings)
-        original.port(KLParameters::getSymbol(setting.parameter)) = setting.physical;
-    std::vector<float> left(blockLength, 0.0f), right(blockLength, 0.0f);
-    original.processStereo(left, right);
+    applySettings(original);
+    silence(original);
     const std::string turtle = original.saveState();
 
     LV2TestInstance restored(lv2);
@@ -87,23 +118,16 @@ TEST_F(LV2WrapperState, StateSavedThroughLilvRestoresTheControlsAndTheSound)
             << KLParameters::getName(setting.parameter);
     EXPECT_EQ(restored.saveDocument(), original.saveDocument());
     // Both from the same point: the original's detectors rested on the block of silence.
-    left.assign(blockLength, 0.0f);
-    right.assign(blockLength, 0.0f);
-    restored.processStereo(left, right);
+    silence(restored);
     EXPECT_EQ(render(restored), render(original));
 }
 
 TEST_F(LV2WrapperState, SavedDocumentIsTheVstChunkOfTheSameSettings)
 {
     LV2TestInstance instance(lv2);
-    for (const Setting& setting : settings)
-    {
-        instance.port(KLParameters::getSymbol(setting.parameter)) = setting.physical;
-        vst.effect->setParameter(vst.effect, setting.parameter,
-                                 KLParameters::fromPhysical(setting.physical, setting.parameter));
-    }
-    std::vector<float> left(blockLength, 0.0f), right(blockLength, 0.0f);
-    instance.processStereo(left, right);
+    applySettings(instance);
+    applySettings(vst.effect);
+    silence(instance);
 
     std::vector<LV2TestInstance::SavedProperty> properties;
     ASSERT_EQ(instance.saveProperties(properties), LV2_STATE_SUCCESS);
@@ -116,9 +140,7 @@ TEST_F(LV2WrapperState, SavedDocumentIsTheVstChunkOfTheSameSettings)
 
 TEST_F(LV2WrapperState, VstChunkRestoredIntoTheLV2BuildSoundsTheSame)
 {
-    for (const Setting& setting : settings)
-        vst.effect->setParameter(vst.effect, setting.parameter,
-                                 KLParameters::fromPhysical(setting.physical, setting.parameter));
+    applySettings(vst.effect);
     LV2TestInstance instance(lv2);
     ASSERT_EQ(instance.restoreProperty(EffectCalls::getChunk(vst.effect), LV2_ATOM__Chunk), LV2_STATE_SUCCESS);
     EXPECT_EQ(render(instance), render(vst.effect));
@@ -127,10 +149,8 @@ TEST_F(LV2WrapperState, VstChunkRestoredIntoTheLV2BuildSoundsTheSame)
 TEST_F(LV2WrapperState, LV2DocumentRestoredIntoTheVstBuildSoundsTheSame)
 {
     LV2TestInstance instance(lv2);
-    for (const Setting& setting : settings)
-        instance.port(KLParameters::getSymbol(setting.parameter)) = setting.physical;
-    std::vector<float> left(blockLength, 0.0f), right(blockLength, 0.0f);
-    instance.processStereo(left, right);
+    applySettings(instance);
+    silence(instance);
     const std::string document = instance.saveDocument();
 
     AEffect* other = vst.anotherEffect();
@@ -138,10 +158,7 @@ TEST_F(LV2WrapperState, LV2DocumentRestoredIntoTheVstBuildSoundsTheSame)
     other->dispatcher(other, effSetSampleRate, 0, 0, nullptr, 44100.0f);
     other->dispatcher(other, effSetBlockSize, 0, blockLength, nullptr, 0.0f);
     EffectCalls::setChunk(other, document);
-    float* channels[2] = {left.data(), right.data()};
-    left.assign(blockLength, 0.0f);
-    right.assign(blockLength, 0.0f);
-    other->processReplacing(other, channels, channels, blockLength);
+    silence(other);
     EXPECT_EQ(render(other), render(instance));
     other->dispatcher(other, effClose, 0, 0, nullptr, 0.0f);
 }
@@ -159,10 +176,9 @@ TEST_F(LV2WrapperState, DamagedDocumentLeavesTheStateAsItWas)
 {
     LV2TestInstance instance(lv2);
     instance.port("attack") = 60.0f;
-    std::vector<float> left(blockLength, 0.0f), right(blockLength, 0.0f);
-    instance.processStereo(left, right);
+    silence(instance);
     const std::string before = instance.saveDocument();
-    for (const std::string& damaged : {std::string(), std::string("VC2"), std::string("vc2!\x05\0\0\0<a/>", 13),
+    for (const std::string& damaged : {std::string(), std::string("VC2"), std::string("vc2!\x05\0\0\0<a/>", 12),
                                        chunkOf("<OTHER attack=\"1\"/>"), chunkOf("<KELVANE><Program")})
     {
         EXPECT_EQ(instance.restoreProperty(damaged, LV2_ATOM__Chunk), LV2_STATE_SUCCESS);
@@ -175,8 +191,7 @@ TEST_F(LV2WrapperState, StoreWithoutTheDocumentChangesNothing)
     // As lilv restores a preset of port values alone.
     LV2TestInstance instance(lv2);
     instance.port("release") = 40.0f;
-    std::vector<float> left(blockLength, 0.0f), right(blockLength, 0.0f);
-    instance.processStereo(left, right);
+    silence(instance);
     const std::string before = instance.saveDocument();
     EXPECT_EQ(instance.restoreProperty(std::string(), nullptr), LV2_STATE_SUCCESS);
     EXPECT_EQ(instance.saveDocument(), before);
@@ -195,4 +210,31 @@ TEST_F(LV2WrapperState, StateNeedsAUridMapOfTheInstanceOrOfTheCall)
     std::vector<LV2TestInstance::SavedProperty> properties;
     EXPECT_EQ(instance.saveProperties(properties), LV2_STATE_SUCCESS);
     EXPECT_EQ(properties.size(), 1u);
+}
+
+TEST_F(LV2WrapperState, ThreadedSaveAndRestoreWhileTheAudioThreadRuns)
+{
+    // LV2 lets a host save beside run; Kelvane's restore is safe there too.
+    LV2TestInstance instance(lv2);
+    const std::string document = chunkOf("<KELVANE><Program attack=\"0.9\" gain=\"0.25\"/></KELVANE>");
+    float& release = instance.port("release");
+    std::vector<float> left(blockLength), right(blockLength);
+    instance.process(left.data(), right.data(), left.data(), right.data(), blockLength);
+    std::atomic<bool> running{true};
+    std::thread audio([&] {
+        for (int block = 0; running.load(); ++block)
+        {
+            left.assign(blockLength, 0.25f);
+            right.assign(blockLength, -0.25f);
+            release = static_cast<float>(block % 200 - 100);
+            lilv_instance_run(instance.instance, blockLength);
+        }
+    });
+    for (int round = 0; round < 200; ++round)
+    {
+        EXPECT_EQ(instance.saveDocument().compare(0, 4, "VC2!"), 0);
+        EXPECT_EQ(instance.restoreProperty(document, LV2_ATOM__Chunk), LV2_STATE_SUCCESS);
+    }
+    running.store(false);
+    audio.join();
 }

@@ -80,7 +80,10 @@ TEST(KelvaneLV2Allocation, InstantiateAllocatesAndRunThenAllocatesNothing)
     for (int block = 0; block < 200; ++block)
     {
         for (std::size_t frame = 0; frame < left.size(); ++frame)
-            left[frame] = right[frame] = 0.5f * std::sin(0.01f * static_cast<float>(block * 2048 + static_cast<int>(frame)));
+        {
+            const float time = 0.01f * static_cast<float>(block * 2048 + static_cast<int>(frame));
+            left[frame] = right[frame] = 0.5f * std::sin(time);
+        }
         // Every control moves on every block, through its whole range and beyond it.
         for (int parameter = 0; parameter < layout.getNumParameters(); ++parameter)
             ports[layout.getControlPort(parameter)] = static_cast<float>((block + parameter) % 11) * 25.0f - 120.0f;
