@@ -7,6 +7,7 @@
 // summary line:
 //   lv2: ns/stereo frame @64/@512: Kelvane A/B (without meters C/D); <shaper> E/F (Kelvane/it x/y); ...
 
+#include "FastestRuns.h"
 #include "LV2BenchHost.h"
 
 #include "dsp/DemoDrumLoop.h"
@@ -16,7 +17,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -63,47 +63,25 @@ void processLoop(benchmark::State& state, LV2BenchHost::Effect& effect, int bloc
     }
 }
 
-double fastest(const std::vector<double>& values)
-{
-    return *std::min_element(values.begin(), values.end());
-}
-
 std::string benchmarkName(const Shaper& shaper, int blockSize)
 {
     return shaper.label + "/" + std::to_string(blockSize);
 }
 
-// Console output as usual, and the fastest time per block of each benchmark kept for the summary.
-class SummaryReporter : public benchmark::ConsoleReporter
+// Nanoseconds per stereo frame of a shaper at a block size, 0 when its benchmark did not run.
+double perFrame(const FastestRunReporter& reporter, const Shaper& shaper, int blockSize)
 {
-public:
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs)
-            if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "min")
-                nanosecondsPerBlock[run.run_name.function_name] = run.GetAdjustedCPUTime();
-        ConsoleReporter::ReportRuns(runs);
-    }
+    return reporter.lookup(benchmarkName(shaper, blockSize)) / blockSize;
+}
 
-    // Nanoseconds per stereo frame, 0 when the benchmark did not run.
-    double perFrame(const Shaper& shaper, int blockSize) const
-    {
-        const auto found = nanosecondsPerBlock.find(benchmarkName(shaper, blockSize));
-        return found == nanosecondsPerBlock.end() ? 0.0 : found->second / blockSize;
-    }
-
-private:
-    std::map<std::string, double> nanosecondsPerBlock;
-};
-
-std::string summary(const std::vector<Shaper>& shapers, const SummaryReporter& reporter)
+std::string summary(const std::vector<Shaper>& shapers, const FastestRunReporter& reporter)
 {
     char text[256];
     const Shaper& kelvane = shapers[0];
     const Shaper& withoutMeters = shapers[1];
     std::snprintf(text, sizeof text, "lv2: ns/stereo frame @64/@512: %s %.2f/%.2f (without meters %.2f/%.2f)",
-                  kelvane.label.c_str(), reporter.perFrame(kelvane, 64), reporter.perFrame(kelvane, 512),
-                  reporter.perFrame(withoutMeters, 64), reporter.perFrame(withoutMeters, 512));
+                  kelvane.label.c_str(), perFrame(reporter, kelvane, 64), perFrame(reporter, kelvane, 512),
+                  perFrame(reporter, withoutMeters, 64), perFrame(reporter, withoutMeters, 512));
     std::string line = text;
     for (std::size_t index = 2; index < shapers.size(); ++index)
     {
@@ -113,10 +91,10 @@ std::string summary(const std::vector<Shaper>& shapers, const SummaryReporter& r
             line += "; " + other.label + " MISSING (" + other.failure + ")";
             continue;
         }
-        const double small = reporter.perFrame(other, 64), large = reporter.perFrame(other, 512);
+        const double small = perFrame(reporter, other, 64), large = perFrame(reporter, other, 512);
         std::snprintf(text, sizeof text, "; %s %.2f/%.2f (Kelvane/it %.2f/%.2f)", other.label.c_str(), small, large,
-                      small > 0.0 ? reporter.perFrame(kelvane, 64) / small : 0.0,
-                      large > 0.0 ? reporter.perFrame(kelvane, 512) / large : 0.0);
+                      small > 0.0 ? perFrame(reporter, kelvane, 64) / small : 0.0,
+                      large > 0.0 ? perFrame(reporter, kelvane, 512) / large : 0.0);
         line += text;
     }
     return line;
@@ -125,12 +103,7 @@ std::string summary(const std::vector<Shaper>& shapers, const SummaryReporter& r
 
 int main(int argc, char** argv)
 {
-    std::vector<char*> arguments(argv, argv + argc);
-    char interleaving[] = "--benchmark_enable_random_interleaving=true";
-    arguments.insert(arguments.begin() + 1, interleaving);
-    int count = static_cast<int>(arguments.size());
-    benchmark::Initialize(&count, arguments.data());
-    if (benchmark::ReportUnrecognizedArguments(count, arguments.data()))
+    if (!initialiseInterleaved(argc, argv))
         return 1;
 
     // The host outlives the effects it makes. Kelvane first, with its meters and without: the
@@ -168,7 +141,7 @@ int main(int argc, char** argv)
                 ->ComputeStatistics("min", fastest);
     }
 
-    SummaryReporter reporter;
+    FastestRunReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
     if (shapers[0].effect == nullptr || shapers[1].effect == nullptr)
