@@ -73,7 +73,7 @@ LV2TestHost::LV2TestHost()
     const std::unique_ptr<q1framework::PluginDescription> description(q1framework::createPluginDescription());
     uri = description->uri.getCString();
 
-    // The build tree's bundle, and the system's specifications and plug-ins, but nothing that an
+    // The build tree's bundle, and the system's LV2 vocabularies and plug-ins, but nothing that an
     // installation put into the user's folders.
     world = lilv_world_new();
     const std::string bundle = KELVANE_LV2_BUNDLE;

@@ -8,7 +8,7 @@
 #include <vector>
 
 // The LV2 host side of the tests, built on lilv as LV2 hosts are: a world that knows the LV2
-// specifications of the system and Kelvane's bundle in this build tree (KELVANE_LV2_BUNDLE), and
+// vocabularies of the system and Kelvane's bundle in this build tree (KELVANE_LV2_BUNDLE), and
 // not what is installed in the user's folders; a URID map; the plug-in as lilv describes it.
 // One LV2TestHost at a time in a program.
 class LV2TestHost
