@@ -48,6 +48,26 @@ String AudioPlugin::getParameterName(int)
     return String();
 }
 
+float AudioPlugin::toPhysicalValue(float value, int)
+{
+    return value;
+}
+
+float AudioPlugin::fromPhysicalValue(float physical, int)
+{
+    return physical;
+}
+
+int AudioPlugin::getNumMeters()
+{
+    return 0;
+}
+
+float AudioPlugin::takeMeterValue(int)
+{
+    return 0.0f;
+}
+
 void AudioPlugin::suspend()
 {
 }

@@ -125,6 +125,19 @@ public:
     // Host thread. Free for the effect's own use. Default: 0.
     virtual int64_t vendorSpecific(int32_t index, int64_t value, void* pointer, float opt);
 
+    // ---- Physical units and meters, for formats that show them (LV2). ---------------------------
+
+    // Any thread. A 0..1 value of parameter `index` in its physical unit (the number its text
+    // shows: per cent, dB, a step's number, 0 or 1 for a switch), and the 0..1 value of a physical
+    // one, its inverse. Defaults: the value as it stands.
+    virtual float toPhysicalValue(float value, int index);
+    virtual float fromPhysicalValue(float physical, int index);
+    // Any thread. The number of levels the effect reports to hosts that show them. Default 0.
+    virtual int getNumMeters();
+    // Audio thread, mutex held, after process: meter `index` for the block just processed; 0 for
+    // an index out of range. A meter that holds a peak until it is read starts again. Default 0.
+    virtual float takeMeterValue(int index);
+
     // ---- The lock. ------------------------------------------------------------------------------
 
     // Any thread. The plug-in's mutex (recursive), taken for each block.
@@ -174,6 +187,13 @@ public:
     // With the mutex held: the number of attached editors.
     int getNumEditors() const { return editors.getCount(); }
 
+    // Audio thread, mutex held: whether the host reads the meters after each block (an adapter
+    // whose format has meter outputs that the host connected).
+    void setHostReadsMeters(bool reads) { hostReadsMeters = reads; }
+    // With the mutex held: whether anyone looks at the levels, an attached editor or the host.
+    // An effect measures its levels only then.
+    bool areLevelsShown() const { return editors.getCount() > 0 || hostReadsMeters; }
+
 protected:
     // With the mutex held, on any thread: marks one or all stored values as changed for every
     // attached editor, which shows them again at its next idle step.
@@ -197,6 +217,7 @@ private:
     Array<PluginEditorView*> editors;  // guarded by the mutex
     Array<Listener*> listeners;
     int maxBlockSize = 0;
+    bool hostReadsMeters = false;  // guarded by the mutex
     Mutex mutex;
 };
 

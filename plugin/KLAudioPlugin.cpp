@@ -108,9 +108,9 @@ void KLAudioPlugin::process(q1framework::TimeInfo&, int frames)
         if (in[channel] == nullptr || out[channel] == nullptr)
             return;
 
-    // Levels are measured only for an editor: a closed editor costs the audio thread nothing. The
-    // input is measured before the block, which may overwrite it in place.
-    const bool measuring = getNumEditors() > 0;
+    // Levels are measured only for an editor or a host that shows them: a closed editor costs the
+    // audio thread nothing. The input is measured before the block, which may overwrite it in place.
+    const bool measuring = areLevelsShown();
     if (measuring)
         inputLevel.store(inputPeak.measure(in, channels, frames), std::memory_order_relaxed);
     if (channels == 1)
@@ -119,6 +119,31 @@ void KLAudioPlugin::process(q1framework::TimeInfo&, int frames)
         processor.processStereo(in[0], in[1], out[0], out[1], frames, false);
     if (measuring)
         outputLevel.store(outputPeak.measure(out, channels, frames), std::memory_order_relaxed);
+}
+
+float KLAudioPlugin::toPhysicalValue(float value, int index)
+{
+    return KLParameters::toPhysical(value, index);
+}
+
+float KLAudioPlugin::fromPhysicalValue(float physical, int index)
+{
+    return KLParameters::fromPhysical(physical, index);
+}
+
+float KLAudioPlugin::takeMeterValue(int index)
+{
+    switch (index)
+    {
+    case KLMeters::inputLevel:
+        return getInputLevel();
+    case KLMeters::outputLevel:
+        return getOutputLevel();
+    case KLMeters::driveLevel:
+        return processor.takeDrivePeak();
+    default:
+        return 0.0f;
+    }
 }
 
 bool KLAudioPlugin::configureStereo()

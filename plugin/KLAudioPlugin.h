@@ -2,6 +2,7 @@
 
 #include "dsp/TransientProcessor.h"
 #include "plugin/AudioPlugin.h"
+#include "plugin/KLMeters.h"
 #include "plugin/KLParameters.h"
 #include "plugin/KLStateDocument.h"
 #include "plugin/PeakMeter.h"
@@ -57,11 +58,20 @@ public:
     bool hasDoublePrecision() override { return false; }
     bool hasNoSoundInStop() override { return true; }
     // Audio thread. With one or two channels on both first buses: measures the input while an
-    // editor is attached, processes in place on the buses' memory, measures the output. Other
-    // layouts, or a null channel, leave the output buffers as they are.
+    // editor or the host looks at the levels (areLevelsShown), processes in place on the buses'
+    // memory, measures the output. Other layouts, or a null channel, leave the output buffers as
+    // they are.
     void process(q1framework::TimeInfo& timeInfo, int frames) override;
     bool configureStereo() override;
     bool configureMono() override;
+    // Any thread. The physical units of KLParameters (toPhysical, fromPhysical).
+    float toPhysicalValue(float value, int index) override;
+    float fromPhysicalValue(float physical, int index) override;
+    // The meters of KLMeters. Audio thread, mutex held, after process: the levels as the last
+    // block left them (measured while areLevelsShown()), and the drive stage's peak since it was
+    // last taken, which starts again.
+    int getNumMeters() override { return KLMeters::count; }
+    float takeMeterValue(int index) override;
 
     // ---- The effect's own. -------------------------------------------------------------------
     // Any thread. Marks every value changed for the editors, then applies every stored value to

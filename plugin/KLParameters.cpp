@@ -1,28 +1,41 @@
 #include "plugin/KLParameters.h"
 
+#include <algorithm>
 #include <climits>
 #include <cmath>
+#include <initializer_list>
 
 using q1framework::String;
 
 namespace
 {
+using Kind = KLParameters::Kind;
+
 struct Entry
 {
     const char* name;
     float defaultValue;
     const char* stateAttribute;
+    const char* symbol;
+    Kind kind;
+    const char* unit;
+    float minimum;  // physical value at 0
+    float span;     // physical value at 1, less the minimum
 };
 
 constexpr Entry table[KLParameters::count] = {
-    {"Attack", 0.5f, "attack"},
-    {"Release", 0.5f, "release"},
-    {"Bypass", 0.0f, "bypass"},
-    {"Gain", 0.5f, "gain"},
-    {"Attack Time", 0.5f, "attackTime"},
-    {"Release Time", 0.5f, "releaseTime"},
-    {"Drive", 0.0f, "drive"},
+    {"Attack", 0.5f, "attack", "attack", Kind::linear, "%", -100.0f, 200.0f},
+    {"Release", 0.5f, "release", "release", Kind::linear, "%", -100.0f, 200.0f},
+    {"Bypass", 0.0f, "bypass", "bypass", Kind::toggle, "", 0.0f, 1.0f},
+    {"Gain", 0.5f, "gain", "gain", Kind::linear, "dB", -9.0f, 18.0f},
+    {"Attack Time", 0.5f, "attackTime", "attack_time", Kind::steps, "", 0.0f, 2.0f},
+    {"Release Time", 0.5f, "releaseTime", "release_time", Kind::steps, "", 0.0f, 2.0f},
+    {"Drive", 0.0f, "drive", "drive", Kind::linear, "%", 0.0f, 100.0f},
 };
+
+// The steps of the time parameters, in order of their factor 0.5, 1.0, 2.0.
+constexpr const char* timeStepNames[] = {"sharp", "mid", "soft"};
+constexpr int timeStepCount = 3;
 
 bool inRange(int index)
 {
@@ -48,16 +61,62 @@ String percent(int value)
     return String(value) + " %";
 }
 
-const char* timeText(float value)
+// The step of a time value: the factor 0.5, 1.0 or 2.0 is step 0, 1 or 2.
+int timeStep(float value)
 {
     const float factor = KLParameters::getTimeFactor(value);
-    return factor < 1.0f ? "sharp" : factor == 1.0f ? "mid" : "soft";
+    return factor < 1.0f ? 0 : factor == 1.0f ? 1 : 2;
+}
+
+float linearPhysical(float value, const Entry& entry)
+{
+    return value * entry.span + entry.minimum;
+}
+
+// The float value nearest the exact quotient whose physical value is `physical`, else the nearest
+// whose physical value lies just beyond it, away from zero, where truncating and rounding texts
+// still read it. The quotient in double is within an ulp or two of both; a few neighbours on each
+// side are tried, nearest first.
+float linearValue(float physical, const Entry& entry)
+{
+    const float quotient = static_cast<float>((static_cast<double>(physical) - entry.minimum) / entry.span);
+    if (!std::isfinite(quotient))
+        return quotient;
+    constexpr int neighbours = 4;
+    float below = quotient;
+    float above = quotient;
+    float beyond = quotient;
+    double beyondDistance = INFINITY;
+    for (int step = 0; step <= neighbours; ++step)
+    {
+        for (const float candidate : {below, above})
+        {
+            const float candidatePhysical = linearPhysical(candidate, entry);
+            if (candidatePhysical == physical)
+                return candidate;
+            const bool isBeyond = physical >= 0.0f ? candidatePhysical > physical : candidatePhysical < physical;
+            const double distance = std::fabs(static_cast<double>(candidatePhysical) - physical);
+            if (isBeyond && distance < beyondDistance)
+            {
+                beyond = candidate;
+                beyondDistance = distance;
+            }
+        }
+        below = std::nextafter(below, -INFINITY);
+        above = std::nextafter(above, INFINITY);
+    }
+    return beyond;
 }
 }  // namespace
 
 const char* KLParameters::getName(int index)
 {
     return inRange(index) ? table[index].name : "";
+}
+
+const char* KLParameters::getSymbol(int index)
+{
+    return inRange(index) ? table[index].symbol : "";
 }
 
 float KLParameters::getDefault(int index)
@@ -76,18 +135,83 @@ String KLParameters::getText(float value, int index)
     {
     case attack:
     case release:
-        return percent(truncated(value * 200.0f - 100.0f));
+    case drive:
+        return percent(truncated(toPhysical(value, index)));
     case bypass:
         return isOn(value) ? "On" : "Off";
     case gain:
-        return String(value * 18.0f - 9.0f, 2) + " dB";
+        return String(toPhysical(value, index), 2) + " dB";
     case attackTime:
     case releaseTime:
-        return timeText(value);
-    case drive:
-        return percent(truncated(value * 100.0f));
+        return timeStepNames[timeStep(value)];
     default:
         return String();
+    }
+}
+
+KLParameters::Kind KLParameters::getKind(int index)
+{
+    return inRange(index) ? table[index].kind : Kind::linear;
+}
+
+const char* KLParameters::getUnit(int index)
+{
+    return inRange(index) ? table[index].unit : "";
+}
+
+float KLParameters::getMinimum(int index)
+{
+    return inRange(index) ? table[index].minimum : 0.0f;
+}
+
+float KLParameters::getMaximum(int index)
+{
+    return inRange(index) ? table[index].minimum + table[index].span : 1.0f;
+}
+
+int KLParameters::getStepCount(int index)
+{
+    return getKind(index) == Kind::steps ? timeStepCount : 0;
+}
+
+const char* KLParameters::getStepName(int index, int step)
+{
+    return step >= 0 && step < getStepCount(index) ? timeStepNames[step] : "";
+}
+
+float KLParameters::toPhysical(float value, int index)
+{
+    if (!inRange(index) || std::isnan(value))
+        return value;
+    switch (table[index].kind)
+    {
+    case Kind::toggle:
+        return isOn(value) ? 1.0f : 0.0f;
+    case Kind::steps:
+        return static_cast<float>(timeStep(value));
+    case Kind::linear:
+    default:
+        return linearPhysical(value, table[index]);
+    }
+}
+
+float KLParameters::fromPhysical(float physical, int index)
+{
+    if (!inRange(index) || std::isnan(physical))
+        return physical;
+    switch (table[index].kind)
+    {
+    case Kind::toggle:
+        return physical > 0.0f ? 1.0f : 0.0f;
+    case Kind::steps:
+    {
+        const float last = static_cast<float>(timeStepCount - 1);
+        const float step = std::floor(std::min(std::max(physical, 0.0f), last) + 0.5f);
+        return step / last;
+    }
+    case Kind::linear:
+    default:
+        return linearValue(physical, table[index]);
     }
 }
 

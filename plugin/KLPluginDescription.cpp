@@ -27,6 +27,8 @@ PluginDescription* createPluginDescription()
     // A child window (0x100) that may be resized (0x8).
     description->windowFlags = 264;
     description->bundleId = "com.morvenna-audio.kelvane";
+    // The product's page: under the maker's own domain, without version or format.
+    description->uri = "https://www.morvenna-audio.com/kelvane";
     return description;
 }
 

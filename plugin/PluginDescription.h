@@ -32,6 +32,8 @@ struct PluginDescription
     int32_t uniqueId = 0;            // four-character code, first character in the high byte
     int32_t windowFlags = 0;         // window style bits of the editor's holder window
     String bundleId;                 // reverse-domain identifier of the bundle
+    String uri;                      // identity where plug-ins are named by URI (LV2); projects
+                                     // store it, so it never changes
 
     // The version as text, the four numbers joined by ".", as "2.5.3.0".
     String getVersionText() const;

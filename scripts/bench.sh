@@ -6,12 +6,13 @@
 #   state: real chunk R us, 100000 attributes A ms, 1 MB attribute B ms (target < 10 ms, ...)
 #   ui: frame F ms, allocations per frame N
 #   present: gl G ms, ximage X ms per frame; cpu at 60 fps gl A %, ximage B %; allocations per frame N
+#   lv2: ns/stereo frame @64/@512: Kelvane A/B (without meters C/D); <shaper> E/F (Kelvane/it x/y); ...
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
-"$root/scripts/install-deps.sh"
-"$root/scripts/build.sh" release --target dsp-bench host-bench render-bench state-bench ui-bench present-bench
+"$root/scripts/install-deps.sh" bench
+"$root/scripts/build.sh" release --target dsp-bench host-bench render-bench state-bench ui-bench present-bench lv2-bench
 summaries=()
-for program in dsp-bench host/host-bench render/render-bench plugin/state-bench ui/ui-bench native/present-bench; do
+for program in dsp-bench host/host-bench render/render-bench plugin/state-bench ui/ui-bench native/present-bench host/lv2-bench; do
   summaries+=("$("$root/build/release/bench/$program" "$@" | tee /dev/stderr | tail -n 1)")
 done
 echo

@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
 # The demo: installs what is missing (only what the plug-in and the tools need), builds the
 # plug-in, installs it into the user's VST folder (~/.vst/Kelvane/, or Kelvane/ in the first folder
-# of VST_PATH when that is set), renders the built-in drum loop through the installed plug-in with
-# kelvane-render for four settings into out/demo/, and prints what each setting did to every hit.
+# of VST_PATH when that is set) and LV2 folder (~/.lv2/Kelvane.lv2/, or Kelvane.lv2/ in the first
+# folder of LV2_PATH when that is set), renders the built-in drum loop through the installed
+# plug-in with kelvane-render for four settings into out/demo/, and prints what each setting did
+# to every hit.
 # Each step prints one line; the package manager's and the compiler's output go to build/logs/,
 # and a failing step shows the end of its log.
 set -euo pipefail
@@ -24,19 +26,32 @@ step() {
 
 "$root/scripts/install-deps.sh" demo
 step "building the plug-in and the tools (log: build/logs/demo-build.log)" demo-build.log \
-  "$root/scripts/build.sh" demo --target Kelvane kelvane-render kelvane-demo
+  "$root/scripts/build.sh" demo --target Kelvane KelvaneLV2 kelvane-render kelvane-demo
 
 build="$root/build/release"
-vst_folder=${VST_PATH:-}
-vst_folder=${vst_folder%%:*}
-[ -n "$vst_folder" ] || vst_folder="$HOME/.vst"
-bundle="$vst_folder/Kelvane"
-mkdir -p "$bundle"
-install -m 755 "$build/Kelvane/Kelvane.so" "$bundle/Kelvane.so"
-if [ -f "$build/Kelvane/resources.bin" ]; then
-  install -m 644 "$build/Kelvane/resources.bin" "$bundle/resources.bin"
-fi
+# first_folder LIST DEFAULT: the first folder of a colon-separated LIST, DEFAULT when LIST is empty.
+first_folder() {
+  local folder=${1%%:*}
+  echo "${folder:-$2}"
+}
+# install_bundle FROM TO: every file of the build tree's bundle folder FROM (the shared object,
+# resources.bin and, in an LV2 bundle, the Turtle files) into the folder TO.
+install_bundle() {
+  mkdir -p "$2"
+  local file
+  for file in "$1"/*; do
+    case "$file" in
+      *.so) install -m 755 "$file" "$2/" ;;
+      *) install -m 644 "$file" "$2/" ;;
+    esac
+  done
+}
+bundle="$(first_folder "${VST_PATH:-}" "$HOME/.vst")/Kelvane"
+install_bundle "$build/Kelvane" "$bundle"
 echo "demo: installed $bundle/Kelvane.so"
+lv2_bundle="$(first_folder "${LV2_PATH:-}" "$HOME/.lv2")/Kelvane.lv2"
+install_bundle "$build/lv2/Kelvane.lv2" "$lv2_bundle"
+echo "demo: installed $lv2_bundle/"
 
 out="$root/out/demo"
 mkdir -p "$out"

@@ -3,6 +3,7 @@
 #   install-deps.sh demo   what building the plug-in and the tools and running the demo need
 #   install-deps.sh test   all of that, and what the tests, the benchmarks and the fuzzers need
 #                          (the default)
+#   install-deps.sh bench  all of that, and the plug-ins the benchmarks compare Kelvane with
 # Idempotent: when every package is present it does nothing, not even an apt-get update.
 # Runs as root directly, otherwise through sudo. The package manager's output goes to
 # build/logs/install.log; the terminal gets one line, or the log's end when something fails.
@@ -25,6 +26,8 @@ demo_packages=(
   librsvg2-dev libcairo2-dev fonts-inter
   # windows and presenting: Xlib with MIT-SHM and the cursor library, GL through GLX
   libx11-dev libxext-dev libxfixes-dev libxcursor-dev libgl-dev libopengl-dev
+  # the LV2 plug-in's interface declarations
+  lv2-dev
 )
 test_packages=(
   # test and benchmark frameworks
@@ -37,12 +40,21 @@ test_packages=(
   clang-14 libclang-rt-14-dev
   # the GUI tests: a virtual X server, Mesa's software GL, and XTest for synthetic input
   xvfb xauth libgl1-mesa-dri libglx-mesa0 libxtst-dev
+  # the LV2 tests' and benchmarks' host library, and the LV2 project's tools the tests run
+  liblilv-dev lilv-utils serdi
+  # Ardour 7, whose headless Lua session tool (ardour7-lua) runs the LV2 build in a real host
+  ardour
+)
+bench_packages=(
+  # the transient shapers Debian ships as LV2 plug-ins, which the LV2 benchmark compares
+  mda-lv2 swh-lv2 calf-plugins
 )
 
 case "$job" in
   demo) packages=("${demo_packages[@]}") ;;
   test) packages=("${demo_packages[@]}" "${test_packages[@]}") ;;
-  *) echo "install-deps: unknown job '$job' (demo or test)" >&2; exit 2 ;;
+  bench) packages=("${demo_packages[@]}" "${test_packages[@]}" "${bench_packages[@]}") ;;
+  *) echo "install-deps: unknown job '$job' (demo, test or bench)" >&2; exit 2 ;;
 esac
 
 missing=()

@@ -8,11 +8,11 @@
 #include "dsp/TransientProcessor.h"
 #include "host/VST2Wrapper.h"
 
+#include "FastestRuns.h"
+
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
 #include <cstdio>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -116,48 +116,16 @@ void throughAdapter(benchmark::State& state)
 }
 
 // Repetitions of the two interleaved in random order (see main), each side taken by its fastest
-// repetition: other work on a shared machine only ever adds time, to either side.
-double fastest(const std::vector<double>& values)
-{
-    return *std::min_element(values.begin(), values.end());
-}
-
+// repetition (FastestRuns.h).
 BENCHMARK(bareProcessor)->Repetitions(15)->MinTime(0.2)->ReportAggregatesOnly(true)->ComputeStatistics("min", fastest);
 BENCHMARK(throughAdapter)->Repetitions(15)->MinTime(0.2)->ReportAggregatesOnly(true)->ComputeStatistics("min", fastest);
-
-// Console output as usual, and the fastest time per block of each kept for the summary.
-class SummaryReporter : public benchmark::ConsoleReporter
-{
-public:
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs)
-            if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "min")
-                nanosecondsPerBlock[run.run_name.function_name] = run.GetAdjustedCPUTime();
-        ConsoleReporter::ReportRuns(runs);
-    }
-
-    double lookup(const std::string& name) const
-    {
-        const auto found = nanosecondsPerBlock.find(name);
-        return found == nanosecondsPerBlock.end() ? 0.0 : found->second;
-    }
-
-private:
-    std::map<std::string, double> nanosecondsPerBlock;
-};
 }  // namespace
 
 int main(int argc, char** argv)
 {
-    std::vector<char*> arguments(argv, argv + argc);
-    char interleaving[] = "--benchmark_enable_random_interleaving=true";
-    arguments.insert(arguments.begin() + 1, interleaving);
-    int count = static_cast<int>(arguments.size());
-    benchmark::Initialize(&count, arguments.data());
-    if (benchmark::ReportUnrecognizedArguments(count, arguments.data()))
+    if (!initialiseInterleaved(argc, argv))
         return 1;
-    SummaryReporter reporter;
+    FastestRunReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
 

@@ -3,6 +3,7 @@
 
 #include "TestHost.h"
 
+#include "support/BufferSharing.h"
 #include "support/StateChunk.h"
 
 #include <gtest/gtest.h>
@@ -58,27 +59,6 @@ void setEverywhere(std::initializer_list<AEffect*> effects, VstInt32 index, floa
         effect->setParameter(effect, index, value);
 }
 
-// Which of the host's four buffers (input left, input right, output left, output right) are one
-// and the same: the entry at each place names the buffer used there, numbered in order of first
-// use. Every way of sharing four buffers, from four separate ones to a single one.
-std::vector<std::array<int, 4>> everySharing()
-{
-    std::vector<std::array<int, 4>> sharings;
-    for (int b = 0; b <= 1; ++b)
-        for (int c = 0; c <= std::max(0, b) + 1; ++c)
-            for (int d = 0; d <= std::max({0, b, c}) + 1; ++d)
-                sharings.push_back({0, b, c, d});
-    return sharings;
-}
-
-std::string describe(const std::array<int, 4>& sharing)
-{
-    std::string text;
-    for (int place : sharing)
-        text += static_cast<char>('A' + place);
-    return "buffers of in L, in R, out L, out R: " + text;
-}
-
 // Values hosts and damaged chunks have sent, none of them in 0..1: as a float, 1e39 is infinity.
 const float hostileValues[] = {1e30f, -1e30f, 40.0f, -40.0f, 60.0f, 1e10f, std::numeric_limits<float>::infinity(),
                                FLT_MAX, -FLT_MAX};
@@ -132,9 +112,9 @@ TEST_F(KelvaneAudioPath, EverySharingOfTheHostsBuffersSoundsAsSeparateBuffers)
     const int blocks = 12;
     const std::vector<float> left = bursts(blocks * blockFrames, 3);
     const std::vector<float> right = bursts(blocks * blockFrames, 4);
-    for (const std::array<int, 4>& sharing : everySharing())
+    for (const std::array<int, 4>& sharing : everyBufferSharing())
     {
-        SCOPED_TRACE(describe(sharing));
+        SCOPED_TRACE(describeBufferSharing(sharing));
         AEffect* const shared = host.anotherEffect();
         AEffect* const separate = host.anotherEffect();
         ASSERT_TRUE(shared != nullptr && separate != nullptr);

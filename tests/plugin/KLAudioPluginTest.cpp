@@ -2,6 +2,7 @@
 // buses and the level meters.
 
 #include "foundation/memory/MemoryStream.h"
+#include "foundation/runtime/ScopedLock.h"
 #include "plugin/AudioBus.h"
 #include "plugin/KLAudioPlugin.h"
 #include "plugin/PluginEditorView.h"
@@ -173,4 +174,40 @@ TEST(KLAudioPlugin, LevelsAreMeasuredOnlyWhileAnEditorIsAttached)
     // The drive peak is taken once.
     EXPECT_GT(plugin.takeDriveLevel(), 0.0f);
     EXPECT_EQ(plugin.takeDriveLevel(), 0.0f);
+}
+
+TEST(KLAudioPlugin, LevelsAreMeasuredWhileTheHostReadsTheMeters)
+{
+    KLAudioPlugin plugin;
+    plugin.prepare(64, false, 48000.0);
+    plugin.releaseChannelBuffers();
+    std::vector<float> left(4, 0.5f);
+    std::vector<float> right(4, -0.75f);
+    const ScopedLock lock(plugin.getMutex());
+    plugin.setHostReadsMeters(true);
+    processBlock(plugin, {left.data(), right.data()}, {left.data(), right.data()}, 4);
+    // The peak of 0.75, less the fall of 0.25 a second at 48 kHz after the last frame.
+    const float inputLevel = plugin.takeMeterValue(KLMeters::inputLevel);
+    EXPECT_FLOAT_EQ(inputLevel, 0.75f - 0.25f / 48000.0f);
+    EXPECT_GT(plugin.takeMeterValue(KLMeters::outputLevel), 0.0f);
+
+    plugin.setHostReadsMeters(false);
+    left.assign(4, 1.0f);
+    processBlock(plugin, {left.data(), right.data()}, {left.data(), right.data()}, 4);
+    EXPECT_EQ(plugin.takeMeterValue(KLMeters::inputLevel), inputLevel);
+}
+
+TEST(KLAudioPlugin, DriveMeterHoldsTheBlocksPeakUntilItIsTaken)
+{
+    KLAudioPlugin plugin;
+    plugin.releaseChannelBuffers();
+    std::vector<float> left(256, 0.9f);
+    std::vector<float> right(256, 0.9f);
+    const ScopedLock lock(plugin.getMutex());
+    processBlock(plugin, {left.data(), right.data()}, {left.data(), right.data()}, 256);
+    const float peak = plugin.takeMeterValue(KLMeters::driveLevel);
+    EXPECT_GT(peak, 0.0f);
+    EXPECT_LE(peak, KLMeters::getMaximum(KLMeters::driveLevel));
+    EXPECT_EQ(plugin.takeMeterValue(KLMeters::driveLevel), 0.0f);
+    EXPECT_EQ(plugin.takeMeterValue(KLMeters::count), 0.0f);
 }
