@@ -12,7 +12,7 @@ public:
     // right compared in turn, one decay step per frame), then limits the peak to 0..1.5 and
     // answers it. Within the block the peak may go below 0; only the result is limited. With
     // frames below 1 only the limit runs. A NaN sample never raises the peak; an infinite one
-    // shows as 1.5.
+    // shows as 1.5. The block costs one running maximum over its frames, side by side in lanes.
     float measure(const float* const* channels, int channelCount, int frames);
 
     float peak = 0.0f;            // linear level, 0..1.5 between blocks

@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <random>
 #include <vector>
 
 namespace
@@ -40,4 +42,39 @@ TEST(PeakMeter, ResultIsHeldBetweenZeroAndOneAndAHalf)
     // A NaN never raises it; an infinite sample shows as 1.5.
     EXPECT_EQ(measure(meter, {NAN}), 0.0f);
     EXPECT_EQ(measure(meter, {INFINITY}), 1.5f);
+}
+
+TEST(PeakMeter, OneMaximumPerBlockFollowsTheFrameByFrameStepsOnRandomBlocks)
+{
+    // The frame-by-frame law as the steps read: raise to the louder sample, then fall one step.
+    const auto stepByStep = [](float level, const std::vector<float>& left, const std::vector<float>& right,
+                               float decay) {
+        for (std::size_t frame = 0; frame < left.size(); ++frame)
+        {
+            level = std::max(level, std::fabs(left[frame]));
+            if (!right.empty())
+                level = std::max(level, std::fabs(right[frame]));
+            level -= decay;
+        }
+        return std::min(std::max(level, 0.0f), 1.5f);
+    };
+    std::mt19937 random(11);
+    std::uniform_real_distribution<float> unit(0.0f, 1.0f);
+    for (int round = 0; round < 200; ++round)
+    {
+        const int frames = static_cast<int>(random() % 700);
+        // Steps large enough that a frame counted one step off shows beyond the rounding.
+        const float decay = round % 2 == 0 ? 0.001f : 0.0001f;
+        std::vector<float> left(frames), right(round % 3 == 0 ? 0 : frames);
+        for (float& sample : left)
+            sample = (unit(random) - 0.5f) * std::exp(-8.0f * unit(random));
+        for (float& sample : right)
+            sample = (unit(random) - 0.5f) * std::exp(-8.0f * unit(random));
+        PeakMeter meter;
+        meter.decayPerSample = decay;
+        meter.peak = unit(random);
+        const float expected = stepByStep(meter.peak, left, right, decay);
+        // Each of the frame-by-frame steps rounds; the block's one subtraction rounds once.
+        EXPECT_NEAR(measure(meter, left, right), expected, 2e-5f) << "round " << round;
+    }
 }
