@@ -50,8 +50,8 @@ String percent(int value)
 
 const char* timeText(float value)
 {
-    const float factor = KLParameters::getTimeFactor(value);
-    return factor < 1.0f ? "sharp" : factor == 1.0f ? "mid" : "soft";
+    static const char* const names[KLParameters::timeStateCount] = {"sharp", "mid", "soft"};
+    return names[KLParameters::getTimeState(value)];
 }
 }  // namespace
 
@@ -96,12 +96,18 @@ bool KLParameters::isOn(float value)
     return static_cast<double>(value) >= 0.5;
 }
 
-float KLParameters::getTimeFactor(float value)
+int KLParameters::getTimeState(float value)
 {
     const double wide = value;
     if (wide < 0.333)
-        return 0.5f;
+        return sharp;
     if (wide < 0.666)
-        return 1.0f;
-    return 2.0f;
+        return mid;
+    return soft;
+}
+
+float KLParameters::getTimeFactor(float value)
+{
+    static const float factors[timeStateCount] = {0.5f, 1.0f, 2.0f};
+    return factors[getTimeState(value)];
 }
