@@ -63,6 +63,12 @@ void SoftwareContext::setClip(const Rectangle& area)
         clip = area;
 }
 
+void SoftwareContext::beginFrame()
+{
+    drawnAreas.clear();
+    setClip(target.getBounds());
+}
+
 void SoftwareContext::setSize(int width, int height)
 {
     size = Point(width, height);

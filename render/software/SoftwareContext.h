@@ -20,9 +20,9 @@ namespace q1framework
 // Coordinates: pixels of the target, y downwards; the pixel (x, y) covers the square from
 // (x, y) to (x + 1, y + 1) and is drawn when its centre lies inside a shape.
 //
-// A frame: beginFrame forgets the areas drawn before; each primitive then adds its bounding
-// rectangle, cut to the target and the clip, to getDrawnAreas, so that a window knows which of
-// its pixels the frame's drawing covered.
+// A frame: beginFrame forgets the areas drawn before and clips to the whole target, as the GL
+// context's frame does; each primitive then adds its bounding rectangle, cut to the target and
+// the clip, to getDrawnAreas, so that a window knows which of its pixels the frame covered.
 //
 // Thread contract: main thread, like every context. No locks.
 class SoftwareContext : public RenderingContext
@@ -55,7 +55,8 @@ public:
     void setSize(int width, int height) override;
     Point getSize() override { return size; }
     void* getNativeContext() override { return nullptr; }
-    void beginFrame() override { drawnAreas.clear(); }
+    // Forgets the areas drawn before and, as the GL context does, clips to the whole target.
+    void beginFrame() override;
     void endFrame() override {}
 
     // ---- For SoftwareTexture ----

@@ -54,6 +54,14 @@ TEST(SoftwareContext, BeginFrameForgetsTheAreasDrawnBefore)
     EXPECT_TRUE(target.context.getDrawnAreas().isEmpty());
 }
 
+TEST(SoftwareContext, AFrameBeginsClippedToTheWholeTarget)
+{
+    Target target(4);
+    target.context.setClip(Rectangle(1, 1, 1, 1));
+    target.context.beginFrame();
+    EXPECT_EQ(target.context.getClip(), Rectangle(0, 0, 4, 4));
+}
+
 TEST(SoftwareContext, AnEmptyClipTurnsClippingOffAndKeepsTheLastClip)
 {
     Target target(4);
