@@ -51,6 +51,10 @@ void ComponentsWindow::setContent(Component* root, bool makeVisible)
     if (hasStyle(WindowFlags::scaledContent))
         container.setSize(root->getSize());
     setSize(root->getSize());
+    // A window made at the root's size does not resize here, so resized() did not size the
+    // container to it.
+    if (!hasStyle(WindowFlags::scaledContent))
+        container.setSize(getClientSize());
 }
 
 Point ComponentsWindow::windowToRoot(const Point& position) const

@@ -81,6 +81,19 @@ TEST(ComponentsWindowTest, ContentGivesTheWindowItsSize)
     EXPECT_EQ(harness.root->getContainer()->getWindow(), &harness.window);
 }
 
+TEST(ComponentsWindowTest, AWindowMadeAtItsContentsSizeShowsTheContent)
+{
+    ComponentsWindow window(Rectangle(0, 0, 200, 100), imageStyle, String(), reinterpret_cast<void*>(1));
+    Log log;
+    auto* root = new Probe("root", &log, Colour(30, 60, 90, 255));
+    root->setOpaque(true);
+    root->setBounds(Rectangle(0, 0, 200, 100), false);
+    window.setContent(root, true);
+    EXPECT_EQ(window.getContainer().getSize(), Point(200, 100));
+    Window::runFrame();
+    EXPECT_EQ(NullWindowPeer::of(window)->getScreen().getPixelPointer(100, 50)[0], 90);
+}
+
 TEST(ComponentsWindowTest, ResizedWindowResizesTheTree)
 {
     WindowHarness harness(imageStyle);
