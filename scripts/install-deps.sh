@@ -25,6 +25,8 @@ demo_packages=(
   librsvg2-dev libcairo2-dev fonts-inter
   # windows and presenting: Xlib with MIT-SHM and the cursor library, GL through GLX
   libx11-dev libxext-dev libxfixes-dev libxcursor-dev libgl-dev libopengl-dev
+  # the stand-alone editor's sound: ALSA
+  libasound2-dev
 )
 test_packages=(
   # test and benchmark frameworks
