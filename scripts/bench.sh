@@ -6,12 +6,14 @@
 #   state: real chunk R us, 100000 attributes A ms, 1 MB attribute B ms (target < 10 ms, ...)
 #   ui: frame F ms, allocations per frame N
 #   present: gl G ms, ximage X ms per frame; cpu at 60 fps gl A %, ximage B %; allocations per frame N
+#   editor: cpu ximage X %, gl G % at 1100x257
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 "$root/scripts/install-deps.sh"
-"$root/scripts/build.sh" release --target dsp-bench host-bench render-bench state-bench ui-bench present-bench
+"$root/scripts/build.sh" release --target dsp-bench host-bench render-bench state-bench ui-bench present-bench editor-bench
 summaries=()
-for program in dsp-bench host/host-bench render/render-bench plugin/state-bench ui/ui-bench native/present-bench; do
+for program in dsp-bench host/host-bench render/render-bench plugin/state-bench ui/ui-bench native/present-bench \
+               editor/editor-bench; do
   summaries+=("$("$root/build/release/bench/$program" "$@" | tee /dev/stderr | tail -n 1)")
 done
 echo
