@@ -6,6 +6,7 @@
 #include "plugin/KLAudioPlugin.h"
 #include "plugin/SharedResourcePack.h"
 #include "render/font/FontServices.h"
+#include "ui/lookandfeel/LookAndFeel.h"
 
 namespace
 {
@@ -23,6 +24,7 @@ void deleteResourcePack(q1framework::ResourcePack* pack)
 void KelvaneServices::registerAll()
 {
     q1framework::registerFontServices();
+    q1framework::LookAndFeel::registerServices();
     q1framework::ResourcePack::setResourcePathFunction(&q1framework::BundlePaths::getResourcePath);
     q1framework::SharedResourcePack::setFunctions(&loadResourcePack, &deleteResourcePack);
     KLAudioPlugin::setEditorFactory(&KLAudioPluginEditor::create);

@@ -1,7 +1,7 @@
 #pragma once
 
 // What Kelvane's shared object sets up when it loads, before any entry point runs: the font
-// engine comes up and goes down with the framework; resource files are found in the bundle (the
+// engine and the toolkit's default look come up and go down with the framework; resource files are found in the bundle (the
 // folder of the shared object); the plug-in's shared pack is read from there; and the plug-in
 // makes its editor through KLAudioPluginEditor. A test program that builds the plug-in in, rather
 // than loading the shared object, registers the same.
