@@ -25,6 +25,18 @@ float mix(float from, float to, float amount)
     return from + (to - from) * amount;
 }
 
+// The red, green, blue and alpha of each corner, 0..1, by convert.
+void cornerChannels(const Colour corners[4], float (*convert)(uint8_t), float values[4][4])
+{
+    for (int corner = 0; corner < 4; ++corner)
+    {
+        values[corner][0] = convert(corners[corner].getRed());
+        values[corner][1] = convert(corners[corner].getGreen());
+        values[corner][2] = convert(corners[corner].getBlue());
+        values[corner][3] = convert(corners[corner].getAlpha());
+    }
+}
+
 // GLSL's smoothstep.
 double smoothstep(double edge0, double edge1, double x)
 {
@@ -114,13 +126,7 @@ void SoftwareContext::fillGradientRect(const Rectangle& area, const Colour corne
     if (part.isEmpty())
         return;
     float values[4][4];
-    for (int corner = 0; corner < 4; ++corner)
-    {
-        values[corner][0] = channel(corners[corner].getRed());
-        values[corner][1] = channel(corners[corner].getGreen());
-        values[corner][2] = channel(corners[corner].getBlue());
-        values[corner][3] = channel(corners[corner].getAlpha());
-    }
+    cornerChannels(corners, &channel, values);
     for (int y = part.y; y < part.getBottom(); ++y)
     {
         const float down = (y + 0.5f - area.y) / area.h;
@@ -143,13 +149,7 @@ void SoftwareContext::drawGradientRect(const Rectangle& area, const Colour corne
         return;
     const Rectangle drawable = getDrawableArea();
     float values[4][4];
-    for (int corner = 0; corner < 4; ++corner)
-    {
-        values[corner][0] = signedChannel(corners[corner].getRed());
-        values[corner][1] = signedChannel(corners[corner].getGreen());
-        values[corner][2] = signedChannel(corners[corner].getBlue());
-        values[corner][3] = signedChannel(corners[corner].getAlpha());
-    }
+    cornerChannels(corners, &signedChannel, values);
     // The loop through the four corners' pixels, each edge from its first corner up to the next.
     const int right = area.getRight() - 1, bottom = area.getBottom() - 1;
     const Point ends[4] = {Point(area.x, area.y), Point(right, area.y), Point(right, bottom), Point(area.x, bottom)};

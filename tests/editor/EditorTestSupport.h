@@ -57,6 +57,14 @@ struct EditorWindow
     {
         peer->injectMouse(type, position, button, type == 1 ? 1 : 0, 0.0f, 0.0f);
     }
+    // Moves to from, presses the left button, drags to to and releases it there.
+    void drag(const q1framework::Point& from, const q1framework::Point& to)
+    {
+        mouse(2, from);
+        mouse(1, from, 1);
+        mouse(2, to);
+        mouse(3, to, 1);
+    }
     // Window pixels of a picture position, at the editor's present size.
     q1framework::Point toWindow(int pictureX, int pictureY) const
     {

@@ -119,10 +119,7 @@ TEST(MainComponent, AKnobDragBeginsSendsValuesAndEndsAGesture)
     HostLog host;
     editor.editor->addListener(&host);
     const Point knob = editor.toWindow(570, 190);
-    editor.mouse(2, knob);
-    editor.mouse(1, knob, 1);
-    editor.mouse(2, knob - Point(0, 20));
-    editor.mouse(3, knob - Point(0, 20), 1);
+    editor.drag(knob, knob - Point(0, 20));
     EXPECT_EQ(host.log, (std::vector<std::string>{"begin 0", "value 0", "end 0"}));
     // 20 window pixels are 40 picture pixels at half size: 40 * 0.0025 = 0.1 up from 0.5.
     EXPECT_FLOAT_EQ(host.lastValue, 0.6f);
@@ -202,11 +199,8 @@ TEST(MainComponent, ADragThatStartsLeftOfTheZoneDoesNotResize)
 {
     EditorWindow editor;
     const Point left = editor.toWindow(1300, 300);
-    editor.mouse(2, left);
+    editor.drag(left, left + Point(200, 0));
     EXPECT_FALSE(editor.main().isInResizeZone());
-    editor.mouse(1, left, 1);
-    editor.mouse(2, left + Point(200, 0));
-    editor.mouse(3, left + Point(200, 0), 1);
     EXPECT_EQ(editor.editor->getSize(), Point(750, 175));
 }
 

@@ -1,6 +1,8 @@
 #include "render/software/SoftwareContext.h"
 #include "render/context/Texture.h"
 
+#include "TargetPixels.h"
+
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -10,17 +12,6 @@ using namespace q1framework;
 
 namespace
 {
-std::vector<Rectangle> areasOf(const RectangleList& list)
-{
-    return std::vector<Rectangle>(list.begin(), list.end());
-}
-
-std::vector<int> pixelAt(const Image& image, int x, int y)
-{
-    const uint8_t* pixel = image.getPixelPointer(x, y);
-    return {pixel[0], pixel[1], pixel[2], pixel[3]};
-}
-
 struct Target
 {
     explicit Target(int side) : image(side, side, true)

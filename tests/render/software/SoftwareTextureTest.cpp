@@ -1,6 +1,8 @@
 #include "render/software/SoftwareContext.h"
 #include "render/software/SoftwareTexture.h"
 
+#include "TargetPixels.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -11,18 +13,6 @@ using namespace q1framework;
 
 namespace
 {
-// Blue, green, red, alpha of a target pixel.
-std::vector<Rectangle> areasOf(const RectangleList& list)
-{
-    return std::vector<Rectangle>(list.begin(), list.end());
-}
-
-std::vector<int> pixelAt(const Image& image, int x, int y)
-{
-    const uint8_t* pixel = image.getPixelPointer(x, y);
-    return {pixel[0], pixel[1], pixel[2], pixel[3]};
-}
-
 void setPixel(Image& image, int x, int y, std::vector<int> bgra)
 {
     uint8_t* pixel = image.getPixelPointer(x, y);
