@@ -177,6 +177,12 @@ MainComponent& EditorHost::getMainComponent() const
     return holder != nullptr ? static_cast<::Window>(reinterpret_cast<uintptr_t>(holder->getNativeView())) : 0;
 }
 
+Rectangle EditorHost::getGeometry(::Window window)
+{
+    display.settle();
+    return display.getGeometry(window);
+}
+
 Image EditorHost::screenshot()
 {
     display.settle();

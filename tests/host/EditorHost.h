@@ -111,6 +111,9 @@ public:
     // The window the editor was opened in, and the editor's own window; 0 when there is none.
     ::Window getParentWindow() const { return parent; }
     ::Window getEditorWindow() const;
+    // A window's place in its parent and size, once both connections have settled (the
+    // framework's requests reach the server when it flushes them).
+    q1framework::Rectangle getGeometry(::Window window);
     // The editor's window as it shows now: XGetImage of its whole area, as an opaque picture.
     q1framework::Image screenshot();
 

@@ -40,8 +40,8 @@ TEST(Holder, ANewSizeIsAskedOfTheHostWhichResizesItsWindow)
     host.getHolder()->getEditor()->resize(900, 210, true);
     EXPECT_EQ(sizeRequests(host), (std::vector<Point>{Point(900, 210)}));
     EXPECT_EQ(host.getRect(), Point(900, 210));
-    EXPECT_EQ(host.getDisplay().getGeometry(host.getEditorWindow()), Rectangle(0, 0, 900, 210));
-    EXPECT_EQ(host.getDisplay().getGeometry(host.getParentWindow()).getSize(), Point(900, 210));
+    EXPECT_EQ(host.getGeometry(host.getEditorWindow()), Rectangle(0, 0, 900, 210));
+    EXPECT_EQ(host.getGeometry(host.getParentWindow()).getSize(), Point(900, 210));
 }
 
 TEST(Holder, AHostThatDoesNotResizeHasItsWindowGrownByTheEditor)
@@ -51,8 +51,8 @@ TEST(Holder, AHostThatDoesNotResizeHasItsWindowGrownByTheEditor)
     ASSERT_TRUE(host.open(Pattern::ardourLike, Rectangle(0, 0, 800, 200)));
     host.getHolder()->getEditor()->resize(900, 210, true);
     // The parent grows by the editor's growth, 150 by 35.
-    EXPECT_EQ(host.getDisplay().getGeometry(host.getParentWindow()).getSize(), Point(950, 235));
-    EXPECT_EQ(host.getDisplay().getGeometry(host.getEditorWindow()).getSize(), Point(900, 210));
+    EXPECT_EQ(host.getGeometry(host.getParentWindow()).getSize(), Point(950, 235));
+    EXPECT_EQ(host.getGeometry(host.getEditorWindow()).getSize(), Point(900, 210));
 }
 
 TEST(Holder, TheSizeItHasAlreadyMakesNoHostCall)
@@ -84,7 +84,7 @@ TEST(Holder, ADragInTheResizeZoneResizesBetween300And1499)
     display.button(1, false);
     host.idle();
     EXPECT_EQ(host.getRect(), Point(1499, 349));
-    EXPECT_EQ(display.getGeometry(host.getEditorWindow()).getSize(), Point(1499, 349));
+    EXPECT_EQ(host.getGeometry(host.getEditorWindow()).getSize(), Point(1499, 349));
     const std::vector<Point> sizes = sizeRequests(host);
     ASSERT_EQ(sizes.size(), 2u);
     EXPECT_EQ(sizes.front(), Point(300, 70));

@@ -75,7 +75,7 @@ TEST(VST2Editor, OpensInsideTheChildWindowOfAnArdourLikeHostAndRendersItsArt)
     EXPECT_EQ(host.getRect(), Point(750, 175));
     ASSERT_NE(host.getEditorWindow(), 0u);
     EXPECT_EQ(host.getDisplay().getParent(host.getEditorWindow()), host.getParentWindow());
-    EXPECT_EQ(host.getDisplay().getGeometry(host.getEditorWindow()), Rectangle(0, 0, 750, 175));
+    EXPECT_EQ(host.getGeometry(host.getEditorWindow()), Rectangle(0, 0, 750, 175));
     // Through GL on this server: the picture is there, neither black nor one colour.
     EXPECT_NE(host.getHolder()->getRenderingContext(), nullptr);
     const Image shown = host.screenshot();
@@ -212,7 +212,7 @@ TEST(VST2Editor, ClosingAndReopeningKeepsTheSizeAndTheValues)
     EXPECT_EQ(host.getRect(), Point(900, 210));
     host.dispatch(effEditOpen, 0, 0, reinterpret_cast<void*>(static_cast<uintptr_t>(host.getParentWindow())));
     host.idle();
-    EXPECT_EQ(host.getDisplay().getGeometry(host.getEditorWindow()).getSize(), Point(900, 210));
+    EXPECT_EQ(host.getGeometry(host.getEditorWindow()).getSize(), Point(900, 210));
     EXPECT_FLOAT_EQ(knobValue(host), 0.3f);
 }
 
