@@ -21,9 +21,9 @@ void DriveLed::setImage(const Image& strip, int frames)
     overlayChanged();
 }
 
-void DriveLed::setValue(float newValue)
+void DriveLed::setValue(double newValue, bool)
 {
-    newValue = std::clamp(newValue, 0.0f, 1.0f);
+    newValue = std::clamp(newValue, 0.0, 1.0);
     const int before = getFrameIndex();
     value = newValue;
     if (getFrameIndex() != before)

@@ -23,9 +23,10 @@ public:
     // The film strip and its frame count; with 0 frames nothing is drawn.
     void setImage(const q1framework::Image& strip, int frames);
     int getFrameCount() const { return numFrames; }
-    // 0..1 (limited); a change of frame asks the window for a frame.
-    void setValue(float value);
-    float getValue() const { return value; }
+    // 0..1 (limited); a change of frame asks the window for a frame. A lamp tells no one of its
+    // value: notify is not read.
+    void setValue(double value, bool notify) override;
+    double getValue() override { return value; }
     // The frame shown for the present value; 0 without frames.
     int getFrameIndex() const;
 
@@ -35,7 +36,7 @@ protected:
     void releaseTextures() override;
 
 private:
-    float value = 0.0f;
+    double value = 0.0;
     int numFrames = 0;
     q1framework::Image image;
     q1framework::Texture* texture = nullptr;  // owned; made from image at the first draw

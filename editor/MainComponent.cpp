@@ -98,7 +98,7 @@ void MainComponent::tick()
     inputMeter->setLevel(levelToPosition(plugin.getInputLevel()));
     outputMeter->setLevel(levelToPosition(plugin.getOutputLevel()));
     const float drive = plugin.takeDriveLevel();
-    driveLed->setValue(drive * drive);
+    driveLed->setValue(drive * drive, false);
 }
 
 void MainComponent::drawResources(RenderingContext& context)

@@ -55,7 +55,7 @@ struct LedHarness
 TEST(DriveLed, WithoutFramesNothingIsDrawn)
 {
     LedHarness harness;
-    harness.led->setValue(1.0f);
+    harness.led->setValue(1.0f, false);
     EXPECT_EQ(harness.shownAt(3, 3), 0);
     EXPECT_TRUE(harness.context.getDrawnAreas().isEmpty());
 }
@@ -65,11 +65,11 @@ TEST(DriveLed, ValueZeroShowsTheFirstFrameAndOneTheLast)
     LedHarness harness;
     harness.led->setImage(harness.strip, 101);
     EXPECT_EQ(harness.led->getFrameIndex(), 0);
-    harness.led->setValue(0.505f);
+    harness.led->setValue(0.505f, false);
     EXPECT_EQ(harness.led->getFrameIndex(), 50);
-    harness.led->setValue(1.0f);
+    harness.led->setValue(1.0f, false);
     EXPECT_EQ(harness.led->getFrameIndex(), 100);
-    harness.led->setValue(7.0f);
+    harness.led->setValue(7.0f, false);
     EXPECT_EQ(harness.led->getFrameIndex(), 100);
 }
 
@@ -77,7 +77,7 @@ TEST(DriveLed, TheFrameOfTheValueCoversTheLampsBounds)
 {
     LedHarness harness;
     harness.led->setImage(harness.strip, 101);
-    harness.led->setValue(0.4f);
+    harness.led->setValue(0.4f, false);
     // Frame trunc(0.4 * 100) = 40, grey 40, at the lamp's pixels only.
     EXPECT_EQ(harness.shownAt(3, 3), 40);
     EXPECT_EQ(harness.shownAt(2, 2), 40);

@@ -172,7 +172,7 @@ TEST(MainComponent, MetersFollowThePluginsPeaksAndTheLedTheSquareOfTheDrivePeak)
     EXPECT_FLOAT_EQ(editor.main().getOutputMeter()->getLevel(),
                     MainComponent::levelToPosition(editor.plugin.getOutputLevel()));
     EXPECT_GT(editor.main().getInputMeter()->getLevel(), 0.2f);
-    EXPECT_FLOAT_EQ(editor.main().getDriveLed()->getValue(), drive * drive);
+    EXPECT_FLOAT_EQ(static_cast<float>(editor.main().getDriveLed()->getValue()), drive * drive);
 }
 
 TEST(MainComponent, ADragInTheResizeZoneStopsAt300AndAt1499AndKeepsTheAspect)
