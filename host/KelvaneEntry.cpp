@@ -3,9 +3,19 @@
 // process without sharing a symbol. The services it sets up when it is loaded are in
 // KelvaneServices.cpp.
 
+#include "host/KelvaneServices.h"
 #include "host/PluginEntry.h"
 
 #define KELVANE_ENTRY extern "C" __attribute__((visibility("default")))
+
+namespace
+{
+// At load time, before any entry point runs.
+const bool servicesRegistered = [] {
+    KelvaneServices::registerAll();
+    return true;
+}();
+}  // namespace
 
 KELVANE_ENTRY q1framework::AEffect* VSTPluginMain(q1framework::audioMasterCallback host)
 {

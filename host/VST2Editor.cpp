@@ -1,20 +1,70 @@
 #include "host/VST2Editor.h"
 
+#include "host/Holder.h"
+#include "native/window/UiThread.h"
+#include "plugin/AudioPlugin.h"
+#include "plugin/PluginDescription.h"
+
 namespace q1framework
 {
 
-VST2Editor::VST2Editor(AudioEffect* effect, AudioPlugin* editedPlugin) : AEffEditor(effect), plugin(editedPlugin)
+VST2Editor::VST2Editor(AudioEffect* owner, AudioPlugin* editedPlugin, AudioPluginEditor::Listener* editorListener)
+    : VST2EditorBase(owner), plugin(editedPlugin), listener(editorListener)
 {
 }
 
-bool VST2Editor::getRect(ERect** rectangle)
+VST2Editor::~VST2Editor()
 {
-    rect.top = 0;
-    rect.left = 0;
-    rect.bottom = static_cast<VstInt16>(height);
-    rect.right = static_cast<VstInt16>(width);
-    *rectangle = &rect;
+    close();
+}
+
+bool VST2Editor::open(void* parent)
+{
+    UiThread::enter();
+    close();
+    systemWindow = parent;
+    PluginDescription* description = createPluginDescription();
+    const int windowFlags = description->windowFlags;
+    delete description;
+    AudioPluginEditor* editor = plugin != nullptr ? plugin->createEditor() : nullptr;
+    if (editor == nullptr)
+        return false;
+    setSize(editor->getWidth(), editor->getHeight());
+    holder = new Holder(*this, parent, editor, windowFlags);
+    if (!holder->isOpen())
+    {
+        close();
+        return false;
+    }
+    holder->setBounds(Rectangle(0, 0, getWidth(), getHeight()));
+    editor->addListener(listener);
+    plugin->editorCreated(editor);
     return true;
+}
+
+void VST2Editor::close()
+{
+    UiThread::enter();
+    systemWindow = nullptr;
+    if (holder == nullptr)
+        return;
+    holder->getEditor()->removeListener(listener);
+    delete holder;
+    holder = nullptr;
+}
+
+void VST2Editor::idle()
+{
+    UiThread::idle();
+    if (holder != nullptr)
+        holder->getEditor()->refreshChangedControls();
+}
+
+bool VST2Editor::forwardKey(bool down, int key)
+{
+    if (holder == nullptr)
+        return false;
+    return down ? holder->keyPressed(key, 0) : holder->keyReleased(key, 0);
 }
 
 }  // namespace q1framework

@@ -1,38 +1,56 @@
 #pragma once
 
-#include "host/AEffEditor.h"
+#include "editor/AudioPluginEditor.h"
+#include "host/VST2EditorBase.h"
 
 namespace q1framework
 {
 
 class AudioPlugin;
+class Holder;
 
-// The adapter's editor as the host sees it: the rectangle the host sizes its window to, and the
-// open and close calls. An effect's editor is shown inside the host's window by the editor layer;
-// until that layer is part of the build there is nothing to show, so the rectangle stays at its
-// initial 1000 by 1000 pixels and open answers false, as for an effect that makes no editor.
+// The adapter's editor: opens the plug-in's editor (AudioPlugin::createEditor) in a Holder, a
+// window of the framework's own inside the host's window, and closes it again. Each open makes a
+// new editor and a new holder; the parameter values and the editor's size live in the plug-in,
+// so they outlive a close.
 //
-// Ownership: the wrapper gives it to AudioEffect::setEditor, which owns it. The plug-in is not
-// owned. Thread contract: main thread (the host's editor calls).
-class VST2Editor : public AEffEditor
+// The host's window comes as the pointer of effEditOpen: on X11 a window id. Whatever a host
+// passes beside it (some pass their Display in the value) is not used: the holder's window is a
+// child of that window on the framework's own display connection, at (0, 0) with the editor's
+// size, drawn through GL where a context can be made and through the X image put otherwise.
+//
+// Idle: effEditIdle runs the framework's user interface for a moment (UiThread::idle: native
+// events, timers, the frame loop), then shows the parameters the plug-in marked since.
+//
+// Ownership: given to AudioEffect::setEditor, which owns it. The plug-in and the listener (the
+// wrapper's, which hears the user's gestures and values) are not owned.
+// Thread contract: the host's user-interface calls; each enters the user-interface thread first.
+class VST2Editor : public VST2EditorBase
 {
 public:
-    static constexpr int initialWidth = 1000;
-    static constexpr int initialHeight = 1000;
+    VST2Editor(AudioEffect* effect, AudioPlugin* plugin, AudioPluginEditor::Listener* listener);
+    // Closes an open editor.
+    ~VST2Editor() override;
 
-    VST2Editor(AudioEffect* effect, AudioPlugin* plugin);
-
-    // Main thread. The editor's size from (0, 0), each side narrowed to 16 bits; true. (open and
-    // close stay AEffEditor's: the host's window is stored and cleared, and no editor is made.)
-    bool getRect(ERect** rectangle) override;
+    // Makes the editor and its holder in parent and answers true. False when the plug-in makes
+    // no editor (the parent stays stored, as for an effect without one) or no window can be made
+    // in parent (a window that does not exist, no display): then nothing stays open.
+    bool open(void* parent) override;
+    // Deletes the holder with the editor; the plug-in stops measuring levels.
+    void close() override;
+    void idle() override;
 
     AudioPlugin* getPlugin() const { return plugin; }
+    // The holder while open, else null.
+    Holder* getHolder() const { return holder; }
+
+protected:
+    bool forwardKey(bool down, int key) override;
 
 private:
-    int width = initialWidth;    // pixels, as told to the host
-    int height = initialHeight;
-    ERect rect{};
+    Holder* holder = nullptr;  // owned; null while closed
     AudioPlugin* plugin;
+    AudioPluginEditor::Listener* listener;
 };
 
 }  // namespace q1framework

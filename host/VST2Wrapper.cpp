@@ -49,7 +49,7 @@ VST2Wrapper::VST2Wrapper(audioMasterCallback host, AudioPlugin* ownedPlugin, con
     setNumOutputs(description.numOutputs);
     setUniqueID(description.uniqueId);
     // The host always sees an editor: it asks for the rectangle before it opens one.
-    setEditor(new VST2Editor(this, plugin));
+    setEditor(new VST2Editor(this, plugin, &editorListener));
 }
 
 VST2Wrapper::~VST2Wrapper()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/AudioPluginEditor.h"
 #include "foundation/memory/MemoryStream.h"
 #include "host/AudioEffectX.h"
 #include "plugin/AudioPlugin.h"
@@ -84,22 +85,35 @@ public:
     bool processEvents(VstEvents* events) override;
 
     // ---- Editor side (VST2WrapperEditor.cpp): calls towards the host for the editor. ---------
+    // The editor's listener (EditorListener) calls the first three; the holder negotiates sizes
+    // itself (Holder::sizeChanged).
     // Main thread. A gesture on parameter `index` begins (audioMasterBeginEdit).
     void editGestureBegan(VstInt32 index);
     // Main thread. The editor set parameter `index`: setParameter, then audioMasterAutomate.
     void editValueChanged(VstInt32 index, float value);
     // Main thread. The gesture ends (audioMasterEndEdit).
     void editGestureEnded(VstInt32 index);
-    // Main thread. The editor wants width by height pixels (audioMasterSizeWindow); true when
-    // the host resized its window.
-    bool editorSizeChanged(VstInt32 width, VstInt32 height);
 
     AudioPlugin* getPlugin() const { return plugin; }
 
 private:
+    // What the editor's user does, told to the host through the wrapper.
+    class EditorListener : public AudioPluginEditor::Listener
+    {
+    public:
+        explicit EditorListener(VST2Wrapper& wrapper) : wrapper(wrapper) {}
+        void gestureBegan(AudioPluginEditor* editor, int index) override;
+        void valueChanged(float value, AudioPluginEditor* editor, int index) override;
+        void gestureEnded(AudioPluginEditor* editor, int index) override;
+
+    private:
+        VST2Wrapper& wrapper;
+    };
+
     // AudioPlugin::Listener: a latency change becomes the host's initial delay (audioMasterIOChanged).
     void pluginChanged(int kind) override;
 
+    EditorListener editorListener{*this};
     MemoryStream chunkStream;  // the last chunk handed to the host
     AudioPlugin* plugin;       // owned
 };

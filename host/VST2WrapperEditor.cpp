@@ -20,9 +20,19 @@ void VST2Wrapper::editGestureEnded(VstInt32 index)
     endEdit(index);
 }
 
-bool VST2Wrapper::editorSizeChanged(VstInt32 width, VstInt32 height)
+void VST2Wrapper::EditorListener::gestureBegan(AudioPluginEditor*, int index)
 {
-    return sizeWindow(width, height);
+    wrapper.editGestureBegan(index);
+}
+
+void VST2Wrapper::EditorListener::valueChanged(float value, AudioPluginEditor*, int index)
+{
+    wrapper.editValueChanged(index, value);
+}
+
+void VST2Wrapper::EditorListener::gestureEnded(AudioPluginEditor*, int index)
+{
+    wrapper.editGestureEnded(index);
 }
 
 }  // namespace q1framework

@@ -16,6 +16,7 @@ constexpr char resourceFileName[] = "resources.bin";
 constexpr char programNamePrefix[] = "init";
 // A level meter falls by this much linear level per second.
 constexpr double meterFallPerSecond = 0.25;
+KLAudioPlugin::EditorFactory editorFactory = nullptr;
 }  // namespace
 
 namespace q1framework
@@ -47,6 +48,16 @@ KLAudioPlugin::KLAudioPlugin()
 KLAudioPlugin::~KLAudioPlugin()
 {
     q1framework::SharedResourcePack::release();
+}
+
+void KLAudioPlugin::setEditorFactory(EditorFactory factory)
+{
+    editorFactory = factory;
+}
+
+q1framework::AudioPluginEditor* KLAudioPlugin::createEditor()
+{
+    return editorFactory != nullptr ? editorFactory(*this) : nullptr;
 }
 
 void KLAudioPlugin::setParameter(float value, int index)

@@ -39,7 +39,10 @@ public:
     // its value, but a missing editor size means the default 750 x 175. The program is applied
     // again in every case. Always true.
     bool setState(q1framework::Stream& stream) override;
+    // The editor is always announced; createEditor makes it through the factory that the layer
+    // linking the editor registered (setEditorFactory), and answers null without one.
     bool hasEditor() override { return true; }
+    q1framework::AudioPluginEditor* createEditor() override;
     // Any thread; takes the mutex (the adapter holds it already). Stores value in the program and
     // sets the processor's target; an index out of 0..6, infinity and NaN are ignored. A finite
     // value outside 0..1 is stored as it stands and reaches the processor limited to 0..1.
@@ -74,6 +77,12 @@ public:
     float takeMeterValue(int index) override;
 
     // ---- The effect's own. -------------------------------------------------------------------
+    // Makes the effect's editor for a plug-in; the caller owns it.
+    using EditorFactory = q1framework::AudioPluginEditor* (*)(KLAudioPlugin& plugin);
+    // Load time, before any editor is asked for: the plug-in layer cannot reach the editor's
+    // classes, so the shared object's set-up registers who makes them. Null removes it.
+    static void setEditorFactory(EditorFactory factory);
+
     // Any thread. Marks every value changed for the editors, then applies every stored value to
     // the processor, in index order, under the mutex.
     void applyProgram();

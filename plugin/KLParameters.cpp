@@ -33,9 +33,8 @@ constexpr Entry table[KLParameters::count] = {
     {"Drive", 0.0f, "drive", "drive", Kind::linear, "%", 0.0f, 100.0f},
 };
 
-// The steps of the time parameters, in order of their factor 0.5, 1.0, 2.0.
-constexpr const char* timeStepNames[] = {"sharp", "mid", "soft"};
-constexpr int timeStepCount = 3;
+// The names of the time parameters' settings, in the order of KLParameters::TimeState.
+constexpr const char* timeStepNames[KLParameters::timeStateCount] = {"sharp", "mid", "soft"};
 
 bool inRange(int index)
 {
@@ -59,13 +58,6 @@ int truncated(float value)
 String percent(int value)
 {
     return String(value) + " %";
-}
-
-// The step of a time value: the factor 0.5, 1.0 or 2.0 is step 0, 1 or 2.
-int timeStep(float value)
-{
-    const float factor = KLParameters::getTimeFactor(value);
-    return factor < 1.0f ? 0 : factor == 1.0f ? 1 : 2;
 }
 
 float linearPhysical(float value, const Entry& entry)
@@ -143,7 +135,7 @@ String KLParameters::getText(float value, int index)
         return String(toPhysical(value, index), 2) + " dB";
     case attackTime:
     case releaseTime:
-        return timeStepNames[timeStep(value)];
+        return timeStepNames[getTimeState(value)];
     default:
         return String();
     }
@@ -171,7 +163,7 @@ float KLParameters::getMaximum(int index)
 
 int KLParameters::getStepCount(int index)
 {
-    return getKind(index) == Kind::steps ? timeStepCount : 0;
+    return getKind(index) == Kind::steps ? timeStateCount : 0;
 }
 
 const char* KLParameters::getStepName(int index, int step)
@@ -188,7 +180,7 @@ float KLParameters::toPhysical(float value, int index)
     case Kind::toggle:
         return isOn(value) ? 1.0f : 0.0f;
     case Kind::steps:
-        return static_cast<float>(timeStep(value));
+        return static_cast<float>(getTimeState(value));
     case Kind::linear:
     default:
         return linearPhysical(value, table[index]);
@@ -205,7 +197,7 @@ float KLParameters::fromPhysical(float physical, int index)
         return physical > 0.0f ? 1.0f : 0.0f;
     case Kind::steps:
     {
-        const float last = static_cast<float>(timeStepCount - 1);
+        const float last = static_cast<float>(timeStateCount - 1);
         const float step = std::floor(std::min(std::max(physical, 0.0f), last) + 0.5f);
         return step / last;
     }
@@ -220,12 +212,18 @@ bool KLParameters::isOn(float value)
     return static_cast<double>(value) >= 0.5;
 }
 
-float KLParameters::getTimeFactor(float value)
+int KLParameters::getTimeState(float value)
 {
     const double wide = value;
     if (wide < 0.333)
-        return 0.5f;
+        return sharp;
     if (wide < 0.666)
-        return 1.0f;
-    return 2.0f;
+        return mid;
+    return soft;
+}
+
+float KLParameters::getTimeFactor(float value)
+{
+    static const float factors[timeStateCount] = {0.5f, 1.0f, 2.0f};
+    return factors[getTimeState(value)];
 }

@@ -74,9 +74,21 @@ public:
     // value outside 0..1. An index out of range gives `physical`.
     static float fromPhysical(float physical, int index);
 
+    // The three settings of Attack Time and Release Time, in the order of their values.
+    enum TimeState
+    {
+        sharp,
+        mid,
+        soft,
+        timeStateCount
+    };
+
     // Bypass is on from 0.5 (compared as double).
     static bool isOn(float value);
-    // The detector time factor of an Attack Time or Release Time value: below 0.333 "sharp" (0.5,
-    // half the time), below 0.666 "mid" (1.0), otherwise "soft" (2.0); compared as double.
+    // The setting of an Attack Time or Release Time value: below 0.333 sharp, below 0.666 mid,
+    // otherwise soft; compared as double. NaN counts as soft.
+    static int getTimeState(float value);
+    // The detector time factor of an Attack Time or Release Time value by its setting: sharp 0.5
+    // (half the time), mid 1.0, soft 2.0.
     static float getTimeFactor(float value);
 };

@@ -7,12 +7,15 @@
 #   ui: frame F ms, allocations per frame N
 #   present: gl G ms, ximage X ms per frame; cpu at 60 fps gl A %, ximage B %; allocations per frame N
 #   lv2: ns/stereo frame @64/@512: Kelvane A/B (without meters C/D); <shaper> E/F (Kelvane/it x/y); ...
+#   editor: cpu ximage X %, gl G % at 1100x257
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 "$root/scripts/install-deps.sh" bench
-"$root/scripts/build.sh" release --target dsp-bench host-bench render-bench state-bench ui-bench present-bench lv2-bench
+"$root/scripts/build.sh" release --target dsp-bench host-bench render-bench state-bench ui-bench present-bench lv2-bench \
+  editor-bench
 summaries=()
-for program in dsp-bench host/host-bench render/render-bench plugin/state-bench ui/ui-bench native/present-bench host/lv2-bench; do
+for program in dsp-bench host/host-bench render/render-bench plugin/state-bench ui/ui-bench native/present-bench \
+               host/lv2-bench editor/editor-bench; do
   summaries+=("$("$root/build/release/bench/$program" "$@" | tee /dev/stderr | tail -n 1)")
 done
 echo

@@ -28,6 +28,8 @@ demo_packages=(
   libx11-dev libxext-dev libxfixes-dev libxcursor-dev libgl-dev libopengl-dev
   # the LV2 plug-in's interface declarations
   lv2-dev
+  # the stand-alone editor's sound: ALSA
+  libasound2-dev
 )
 test_packages=(
   # test and benchmark frameworks

@@ -14,7 +14,8 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 export ASAN_OPTIONS=halt_on_error=1:abort_on_error=1:detect_leaks=1:strict_string_checks=1
 export UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
 export TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1
-tsan_targets=(foundation-runtime-tests foundation-memory-tests host-tests native-x11-tests host-lv2-tests)
+tsan_targets=(foundation-runtime-tests foundation-memory-tests host-tests native-x11-tests host-lv2-tests
+             host-editor-tests)
 fuzz_seconds=20
 
 summaries=()

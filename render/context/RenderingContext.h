@@ -16,8 +16,9 @@ class Texture;
 // The hardware drawing target of one window: it hands out Textures, keeps one rectangular clip
 // and draws a very small set of primitives. All widget painting is done in software into a
 // Surface; a RenderingContext puts that surface on the screen (one textured quad), and a few
-// components (the meters) draw animated textured quads on top of it. OpenGLContext is the one
-// implementation.
+// components (the meters) draw animated textured quads on top of it. OpenGLContext draws through
+// the window's GL; SoftwareContext draws the same primitives in software into the pixels that a
+// window without GL shows, so that those components look the same on both presenters.
 //
 // Coordinates: pixels of the window, origin at the top-left corner, y growing downwards. There
 // is no transform and no state stack: a caller that changes the clip reads the old one first and
@@ -80,11 +81,11 @@ public:
     // The drawable size in pixels; the window sets it whenever its size changes.
     virtual void setSize(int width, int height) = 0;
     virtual Point getSize() = 0;
-    // The platform's handle of the context (opaque).
+    // The platform's handle of the context (opaque); null for a context without one.
     virtual void* getNativeContext() = 0;
-    // Starts a frame on the calling thread over the whole drawable (getSize): binds the context,
-    // sets up the projection and state, and clears to opaque black. The whole frame is drawn
-    // anew every time.
+    // Starts a frame on the calling thread over the whole drawable (getSize). A GL context binds
+    // itself, sets up the projection and state, and clears to opaque black: its whole frame is
+    // drawn anew every time. A software context draws over the pixels its target holds.
     virtual void beginFrame() = 0;
     // Ends the frame: puts it on screen and unbinds the context from the calling thread.
     virtual void endFrame() = 0;

@@ -1,13 +1,64 @@
 #include "render/context/Texture.h"
 
+#include "media/image/Image.h"
+
+#include <algorithm>
+#include <atomic>
 #include <cmath>
+#include <cstring>
 
 namespace q1framework
 {
 
+namespace
+{
+std::atomic<int> liveTextures{0};
+
+// A colour byte divided by alpha, in single precision.
+uint8_t unpremultiplied(uint8_t byte, float factor)
+{
+    return static_cast<uint8_t>(std::min(255.0f, static_cast<float>(static_cast<int>(byte * factor))));
+}
+}  // namespace
+
 Texture::Texture(RenderingContext* owner, int newWidth, int newHeight, int newKind)
     : context(owner), width(newWidth), height(newHeight), kind(newKind)
 {
+    liveTextures.fetch_add(1, std::memory_order_relaxed);
+}
+
+Texture::~Texture()
+{
+    liveTextures.fetch_sub(1, std::memory_order_relaxed);
+}
+
+int Texture::getLiveCount()
+{
+    return liveTextures.load(std::memory_order_relaxed);
+}
+
+void Texture::copyTexels(const Image& image, const Rectangle& part, uint8_t* texels, bool unpremultiply) const
+{
+    const size_t textureStride = static_cast<size_t>(width) * 4;
+    for (int32_t y = part.y; y < part.getBottom(); ++y)
+    {
+        const uint8_t* from = image.getPixelPointer(part.x, y);
+        uint8_t* to = texels + static_cast<size_t>(y) * textureStride + static_cast<size_t>(part.x) * 4;
+        if (!unpremultiply)
+        {
+            std::memcpy(to, from, static_cast<size_t>(part.w) * 4);
+            continue;
+        }
+        for (int32_t x = 0; x < part.w; ++x, from += 4, to += 4)
+        {
+            const uint8_t alpha = from[3];
+            const float factor = alpha == 0 ? 0.0f : 255.0f / alpha;
+            to[0] = unpremultiplied(from[0], factor);
+            to[1] = unpremultiplied(from[1], factor);
+            to[2] = unpremultiplied(from[2], factor);
+            to[3] = alpha;
+        }
+    }
 }
 
 void Texture::uploadWhole(const Image& image, bool unpremultiply)

@@ -12,7 +12,7 @@ class Image;
 class RenderingContext;
 
 // A device-side picture made by a RenderingContext: pixels go up with upload and are drawn as
-// quads. OpenGLTexture is the one implementation.
+// quads. OpenGLTexture and SoftwareTexture implement it.
 //
 // Texels: 32 bits, in memory blue, green, red, alpha, taken from an Image as they are
 // (premultiplied) unless an upload asks to unpremultiply. A texture's size is exactly what was
@@ -29,7 +29,7 @@ class Texture
 public:
     // context: the owner, not owned; size in texels; kind as given to createTexture.
     Texture(RenderingContext* context, int width, int height, int kind);
-    virtual ~Texture() = default;
+    virtual ~Texture();
 
     Texture(const Texture&) = delete;
     Texture& operator=(const Texture&) = delete;
@@ -59,6 +59,10 @@ public:
     int getKind() const { return kind; }
     RenderingContext* getContext() const { return context; }
 
+    // Textures of every context that exist now, in the whole process (any thread): for tests and
+    // benchmarks that check that what a window made from its context went with it.
+    static int getLiveCount();
+
     // upload of the one rectangle (0, 0, width, height).
     void uploadWhole(const Image& image, bool unpremultiply);
     // Draws the whole texture at (x, y) scaled by scale about its own centre: the destination is
@@ -74,6 +78,11 @@ public:
                      const double destination[4]);
 
 protected:
+    // Copies the part (already cut to both sides) of image into texels, tightly packed rows of
+    // this texture's width starting at texels, at the same position; with unpremultiply each
+    // colour byte is divided by alpha as upload describes.
+    void copyTexels(const Image& image, const Rectangle& part, uint8_t* texels, bool unpremultiply) const;
+
     RenderingContext* context;
     int32_t width;
     int32_t height;

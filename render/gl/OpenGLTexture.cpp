@@ -17,12 +17,6 @@ size_t byteCount(int width, int height)
 {
     return static_cast<size_t>(width) * static_cast<size_t>(height) * 4;
 }
-
-// A colour byte divided by alpha, in single precision.
-uint8_t unpremultiplied(uint8_t byte, float factor)
-{
-    return static_cast<uint8_t>(std::min(255.0f, static_cast<float>(static_cast<int>(byte * factor))));
-}
 }  // namespace
 
 OpenGLTexture::OpenGLTexture(OpenGLContext& context, int newWidth, int newHeight, int newKind, bool usePixelBuffer)
@@ -131,31 +125,11 @@ void OpenGLTexture::upload(const Image& image, const Rectangle* rectangles, int 
     mapForWrite();
     if (pixels != nullptr && image.getData() != nullptr)
     {
-        const size_t textureStride = static_cast<size_t>(width) * 4;
         for (int index = 0; index < count; ++index)
         {
             const Rectangle part = rectangles[index].getIntersection(limit);
-            if (part.isEmpty())
-                continue;
-            for (int32_t y = part.y; y < part.getBottom(); ++y)
-            {
-                const uint8_t* from = image.getPixelPointer(part.x, y);
-                uint8_t* to = pixels + static_cast<size_t>(y) * textureStride + static_cast<size_t>(part.x) * 4;
-                if (!unpremultiply)
-                {
-                    std::memcpy(to, from, static_cast<size_t>(part.w) * 4);
-                    continue;
-                }
-                for (int32_t x = 0; x < part.w; ++x, from += 4, to += 4)
-                {
-                    const uint8_t alpha = from[3];
-                    const float factor = alpha == 0 ? 0.0f : 255.0f / alpha;
-                    to[0] = unpremultiplied(from[0], factor);
-                    to[1] = unpremultiplied(from[1], factor);
-                    to[2] = unpremultiplied(from[2], factor);
-                    to[3] = alpha;
-                }
-            }
+            if (!part.isEmpty())
+                copyTexels(image, part, pixels, unpremultiply);
         }
     }
     unmap(rectangles, count);

@@ -80,7 +80,8 @@ TEST_F(Kelvane, RecordIdentityAndEditorRectangleAreThoseOfAStereoEffectWithChunk
     EXPECT_EQ(host.text(effGetParamLabel, gain), "");
     // Only the entry points are visible: two plug-ins of the framework share a process safely.
     EXPECT_EQ(exportedSymbols(KELVANE_PLUGIN), (std::set<std::string>{"CreateEngine", "VSTPluginMain", "main_macho"}));
-    // The editor's rectangle is the initial one, and no editor opens in this host.
+    // The editor's rectangle is the initial one until an editor opens, and no editor opens in a
+    // window that does not exist.
     ERect* rect = nullptr;
     ASSERT_EQ(host.dispatch(effEditGetRect, 0, 0, &rect), 1);
     ASSERT_NE(rect, nullptr);

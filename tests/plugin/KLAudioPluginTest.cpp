@@ -112,6 +112,28 @@ TEST(KLAudioPlugin, ADetachedEditorIsNoLongerMarked)
     plugin.addEditor(&view);
 }
 
+namespace
+{
+KLAudioPlugin* pluginAskedForAnEditor = nullptr;
+
+AudioPluginEditor* recordingFactory(KLAudioPlugin& plugin)
+{
+    pluginAskedForAnEditor = &plugin;
+    return nullptr;
+}
+}  // namespace
+
+TEST(KLAudioPlugin, EditorsAreMadeByTheRegisteredFactoryAndNoneWithout)
+{
+    KLAudioPlugin plugin;
+    EXPECT_TRUE(plugin.hasEditor());
+    EXPECT_EQ(plugin.createEditor(), nullptr);
+    KLAudioPlugin::setEditorFactory(&recordingFactory);
+    plugin.createEditor();
+    KLAudioPlugin::setEditorFactory(nullptr);
+    EXPECT_EQ(pluginAskedForAnEditor, &plugin);
+}
+
 TEST(KLAudioPlugin, ProcessRunsTheProcessorOnTheBusesInPlaceOrMonoAndLeavesOtherLayoutsAlone)
 {
     KLAudioPlugin plugin;

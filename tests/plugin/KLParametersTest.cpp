@@ -1,5 +1,6 @@
-// KLParameters' physical units: a value set in a format's unit (LV2's per cent, dB, steps and
-// switch) becomes the 0..1 value whose display text reads what was set.
+// KLParameters: the physical units (a value set in a format's unit, LV2's per cent, dB, steps
+// and switch, becomes the 0..1 value whose display text reads what was set) and the settings of
+// the two time parameters, which the editor's selectors show.
 
 #include "plugin/KLParameters.h"
 
@@ -129,4 +130,24 @@ TEST(KLParameters, IndexOutOfRangeHasNoUnitAndKeepsItsValue)
     EXPECT_STREQ(KLParameters::getStepName(4, 3), "");
     EXPECT_EQ(KLParameters::toPhysical(0.3f, 7), 0.3f);
     EXPECT_EQ(KLParameters::fromPhysical(42.0f, -1), 42.0f);
+
+TEST(KLParameters, TimeSettingsChangeAt0333And0666ComparedAsDouble)
+{
+    EXPECT_EQ(KLParameters::getTimeState(0.0f), KLParameters::sharp);
+    // 0.333f is a little above 0.333 as a double, 0.3329f below it.
+    EXPECT_EQ(KLParameters::getTimeState(0.3329f), KLParameters::sharp);
+    EXPECT_EQ(KLParameters::getTimeState(0.333f), KLParameters::mid);
+    EXPECT_EQ(KLParameters::getTimeState(0.6659f), KLParameters::mid);
+    EXPECT_EQ(KLParameters::getTimeState(0.666f), KLParameters::soft);
+    EXPECT_EQ(KLParameters::getTimeState(1.0f), KLParameters::soft);
+}
+
+TEST(KLParameters, EachTimeSettingHasItsFactorAndText)
+{
+    EXPECT_EQ(KLParameters::getTimeFactor(0.1f), 0.5f);
+    EXPECT_EQ(KLParameters::getTimeFactor(0.5f), 1.0f);
+    EXPECT_EQ(KLParameters::getTimeFactor(0.9f), 2.0f);
+    EXPECT_EQ(KLParameters::getText(0.1f, KLParameters::attackTime), q1framework::String("sharp"));
+    EXPECT_EQ(KLParameters::getText(0.5f, KLParameters::releaseTime), q1framework::String("mid"));
+    EXPECT_EQ(KLParameters::getText(0.9f, KLParameters::attackTime), q1framework::String("soft"));
 }

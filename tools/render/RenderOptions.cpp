@@ -1,32 +1,13 @@
 #include "RenderOptions.h"
 
+#include "common/CommandLine.h"
+
 #include <cerrno>
 #include <cmath>
 #include <cstdlib>
 
 namespace
 {
-// The value of an option given as "--name VALUE" or "--name=VALUE"; false when it is missing.
-bool optionValue(const std::vector<std::string>& arguments, std::size_t& position, const std::string& name,
-                 std::string& value)
-{
-    const std::string& argument = arguments[position];
-    if (argument.size() > name.size() && argument.compare(0, name.size() + 1, name + "=") == 0)
-    {
-        value = argument.substr(name.size() + 1);
-        return true;
-    }
-    if (position + 1 >= arguments.size())
-        return false;
-    value = arguments[++position];
-    return true;
-}
-
-bool takesValue(const std::string& argument, const std::string& name)
-{
-    return argument == name || argument.compare(0, name.size() + 1, name + "=") == 0;
-}
-
 std::string parseSetting(const std::string& text, RenderOptions::Setting& setting)
 {
     const std::size_t equals = text.rfind('=');
@@ -67,7 +48,7 @@ std::string RenderOptions::parse(const std::vector<std::string>& arguments, Rend
         std::string value;
         std::string failure;
         const auto needValue = [&](const char* name) {
-            if (!optionValue(arguments, position, name, value))
+            if (!CommandLine::optionValue(arguments, position, name, value))
                 failure = std::string(name) + " needs a value; see --help";
             return failure.empty();
         };
@@ -79,12 +60,12 @@ std::string RenderOptions::parse(const std::vector<std::string>& arguments, Rend
             options.demo = true;
         else if (argument == "--force")
             options.force = true;
-        else if (takesValue(argument, "--plugin"))
+        else if (CommandLine::takesValue(argument, "--plugin"))
         {
             if (needValue("--plugin"))
                 options.pluginPath = value;
         }
-        else if (takesValue(argument, "--set"))
+        else if (CommandLine::takesValue(argument, "--set"))
         {
             Setting setting;
             if (needValue("--set"))
@@ -92,17 +73,17 @@ std::string RenderOptions::parse(const std::vector<std::string>& arguments, Rend
             if (failure.empty())
                 options.settings.push_back(setting);
         }
-        else if (takesValue(argument, "--block"))
+        else if (CommandLine::takesValue(argument, "--block"))
         {
             if (needValue("--block"))
                 failure = parseBlockSize(value, options.blockSize);
         }
-        else if (takesValue(argument, "--load-state"))
+        else if (CommandLine::takesValue(argument, "--load-state"))
         {
             if (needValue("--load-state"))
                 options.loadState = value;
         }
-        else if (takesValue(argument, "--save-state"))
+        else if (CommandLine::takesValue(argument, "--save-state"))
         {
             if (needValue("--save-state"))
                 options.saveState = value;

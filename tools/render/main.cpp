@@ -10,8 +10,7 @@
 #include "RenderOptions.h"
 #include "VstPlugin.h"
 #include "common/AudioFileWriter.h"
-
-#include <sys/stat.h>
+#include "common/CommandLine.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -29,25 +28,6 @@ int fail(const std::string& reason, int status = failureStatus)
 {
     std::fprintf(stderr, "kelvane-render: %s\n", reason.c_str());
     return status;
-}
-
-// Whether `path` may be written: never over the input (compared by file identity, so another
-// spelling or a hard link of the input is caught too), over another existing file only with
-// `force`. Returns an empty string when it may.
-std::string checkWritable(const std::string& path, const std::string& input, bool force)
-{
-    struct stat target{};
-    if (stat(path.c_str(), &target) != 0)
-        return {};
-    if (S_ISDIR(target.st_mode))
-        return path + " is a folder; give a file name";
-    struct stat source{};
-    if (!input.empty() && stat(input.c_str(), &source) == 0 && source.st_dev == target.st_dev
-        && source.st_ino == target.st_ino)
-        return path + " is the input file; write the result to another file";
-    if (!force)
-        return path + " already exists; add --force to replace it";
-    return {};
 }
 
 void listParameters(VstPlugin& plugin)
@@ -113,10 +93,10 @@ int main(int argc, char** argv)
         if (failure.empty())
             failure = AudioFileWriter::checkFormat(options.output);
         if (failure.empty())
-            failure = checkWritable(options.output, options.input, options.force);
+            failure = CommandLine::checkWritable(options.output, {options.input}, options.force);
     }
     if (failure.empty() && !options.saveState.empty())
-        failure = checkWritable(options.saveState, options.input, options.force);
+        failure = CommandLine::checkWritable(options.saveState, {options.input}, options.force);
     std::string path;
     if (failure.empty())
         failure = pluginPath(options, path);

@@ -282,6 +282,7 @@ String Component::getTypeName()
 void Component::scaleChanged(double, double) {}
 void Component::beginFrame() {}
 void Component::endFrame() {}
+void Component::afterRender(RenderingContext&) {}
 
 // ---- Geometry ----
 

@@ -20,6 +20,7 @@ namespace q1framework
 class ComponentsContainer;
 class LookAndFeel;
 class PaintContext;
+class RenderingContext;
 class SoftwareGraphics;
 class Window;
 
@@ -204,6 +205,12 @@ public:
     virtual void scaleChanged(double newScale, double oldScale);
     virtual void beginFrame();
     virtual void endFrame();
+    // The root's drawing over the frame just shown, through a rendering context: the window's GL
+    // context, or, over the image put, a software one that draws into the shown pixels (see
+    // ComponentsWindow::setOverlayDrawing). Coordinates are window pixels. Only a window's root is
+    // called, once per frame that the window shows; it passes the call on to whoever draws.
+    // Nothing by default.
+    virtual void afterRender(RenderingContext& context);
 
     // ---- Tree ----
 

@@ -145,8 +145,11 @@ public:
     // presses and releases, the platform's click count for presses, wheel deltas for the wheel.
     // A pointer index outside 0 to 10 is ignored. See ComponentsContainerInput.cpp for the
     // routing: capture while a button is held, enter and exit, wheel bubbling, drag and drop.
+    // screenPosition: where the pointer is on the screen, for a container whose coordinates are
+    // not the window's pixels (an inner tree shown scaled); null takes the window's position
+    // plus position.
     void sendMouseEvent(int pointer, int kind, const Point& position, int button, int clickCount, float wheelX,
-                        float wheelY);
+                        float wheelY, const Point* screenPosition = nullptr);
     const PointerState& getPointer(int index) const { return pointers[index]; }
     // Record 0's pressed component while a button is held (else null) with pressed set; its hover
     // component without.

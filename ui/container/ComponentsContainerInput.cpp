@@ -31,7 +31,7 @@ Point localTo(Component& component, const Point& position)
 }
 
 void ComponentsContainer::sendMouseEvent(int pointer, int kind, const Point& position, int button, int clickCount,
-                                         float wheelX, float wheelY)
+                                         float wheelX, float wheelY, const Point* screenPosition)
 {
     if (pointer < 0 || pointer >= pointerCount)
         return;
@@ -56,7 +56,7 @@ void ComponentsContainer::sendMouseEvent(int pointer, int kind, const Point& pos
     }
     Component* anchor = hasButtons(state) && state.pressedComponent ? state.pressedComponent : hit.get();
     const Point origin = anchor ? anchor->getAbsoluteBounds(false).getPosition() : Point();
-    const Point screen = root ? root->localToScreen(position) : Point();
+    const Point screen = screenPosition ? *screenPosition : root ? root->localToScreen(position) : Point();
     state.deltaX = kind == pressEvent ? 0 : screen.x - state.screenX;
     state.deltaY = kind == pressEvent ? 0 : screen.y - state.screenY;
     state.screenX = screen.x;

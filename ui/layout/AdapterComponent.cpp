@@ -85,7 +85,11 @@ Mouse::Cursor AdapterComponent::getCursor()
 void AdapterComponent::forward(int kind, const MouseEvent& event, int button)
 {
     mousePosition = mapToInner(Point(event.x, event.y));
-    innerContainer.sendMouseEvent(0, kind, mousePosition, button, event.clickCount, event.wheelX, event.wheelY);
+    // The inner tree's pixels are not the screen's: its events keep the outer event's screen
+    // position, so that a drag measured on the screen is the same at every scale.
+    const Point screen(event.screenX, event.screenY);
+    innerContainer.sendMouseEvent(0, kind, mousePosition, button, event.clickCount, event.wheelX, event.wheelY,
+                                  &screen);
 }
 
 void AdapterComponent::mouseMove(const MouseEvent& event)

@@ -16,7 +16,8 @@ namespace q1framework
 // into a picture of its own size, which this component draws, resampled when the sizes differ;
 // pointer events are mapped into the inner tree's coordinates and sent on to its container.
 //
-// Coordinates: inner x = outer local x * inner width / own width, truncated; likewise y.
+// Coordinates: inner x = outer local x * inner width / own width, truncated; likewise y. Screen
+// positions stay the screen's: the inner tree's events carry those of the outer events.
 //
 // A change of the inner tree repaints the part of this component that the resampler's taps
 // reach from it (see ImageResampler::getReachedArea), so that no output pixel is left stale.

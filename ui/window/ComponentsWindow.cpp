@@ -7,6 +7,7 @@
 #include "ui/component/Component.h"
 
 #include <cmath>
+#include <cstring>
 
 namespace q1framework
 {
@@ -50,6 +51,10 @@ void ComponentsWindow::setContent(Component* root, bool makeVisible)
     if (hasStyle(WindowFlags::scaledContent))
         container.setSize(root->getSize());
     setSize(root->getSize());
+    // A window made at the root's size does not resize here, so resized() did not size the
+    // container to it.
+    if (!hasStyle(WindowFlags::scaledContent))
+        container.setSize(getClientSize());
 }
 
 Point ComponentsWindow::windowToRoot(const Point& position) const
@@ -72,6 +77,20 @@ Point ComponentsWindow::rootToWindow(const Point& position, bool roundUp) const
     const double y = position.y * static_cast<double>(window.y) / root->getHeight();
     return roundUp ? Point(static_cast<int>(std::ceil(x)), static_cast<int>(std::ceil(y)))
                    : Point(static_cast<int>(x), static_cast<int>(y));
+}
+
+void ComponentsWindow::setOverlayDrawing(bool drawsOverlay)
+{
+    if (overlayDrawing == drawsOverlay)
+        return;
+    overlayDrawing = drawsOverlay;
+    deleteWindowSurfaces();
+    container.invalidateAll();
+}
+
+bool ComponentsWindow::composesOverlay() const
+{
+    return overlayDrawing && getSurfaceKind(getFlags()) == Surface::imageKind;
 }
 
 int ComponentsWindow::getSurfaceKind(int flags)
@@ -166,10 +185,19 @@ void ComponentsWindow::destroyNative()
 
 void ComponentsWindow::deleteSurfaces()
 {
-    delete surface;
-    surface = nullptr;
+    deleteWindowSurfaces();
     delete scaledSurface;
     scaledSurface = nullptr;
+}
+
+void ComponentsWindow::deleteWindowSurfaces()
+{
+    overlayContext.setTarget(Image());
+    overlayAreas.clear();
+    delete surface;
+    surface = nullptr;
+    delete treeSurface;
+    treeSurface = nullptr;
 }
 
 // ---- Repaint requests from the tree ----
@@ -194,6 +222,12 @@ void ComponentsWindow::areaMoved(const Rectangle& source, const Point& destinati
             Image(scaledSurface->getImage()).moveRect(source, destination);
         return;
     }
+    if (treeSurface)
+    {
+        // The shown pixels follow in the next frame: the scroll put the area into presentDirty.
+        Image(treeSurface->getImage()).moveRect(source, destination);
+        return;
+    }
     if (surface)
     {
         Rectangle region = source;
@@ -204,7 +238,7 @@ void ComponentsWindow::areaMoved(const Rectangle& source, const Point& destinati
 
 void ComponentsWindow::areaCopied(const Rectangle& source, const Point& destination)
 {
-    if (hasStyle(WindowFlags::scaledContent))
+    if (hasStyle(WindowFlags::scaledContent) || treeSurface)
     {
         areaMoved(source, destination);
         return;
@@ -224,7 +258,12 @@ void ComponentsWindow::paint()
         context->beginFrame();
     paintSoftware();
     if (context)
+    {
+        Component* root = container.getRootComponent();
+        if (overlayDrawing && surface && root)
+            root->afterRender(*context);
         context->endFrame();
+    }
 }
 
 void ComponentsWindow::paintSoftware()
@@ -234,33 +273,47 @@ void ComponentsWindow::paintSoftware()
     bool surfaceIsNew = false;
     if (!surface || (size.x != 0 && size.y != 0 && size != surface->getSize()))
     {
-        delete surface;
+        deleteWindowSurfaces();
         surface = Surface::create(getRenderingContext(), getSurfaceKind(getFlags()), size, getImagePresenter());
+        if (surface && composesOverlay())
+            treeSurface = Surface::create(nullptr, Surface::memoryKind, size);
         surfaceIsNew = true;
     }
     if (surface)
     {
-        if (hasStyle(WindowFlags::scaledContent))
-            paintScaled(surfaceIsNew);
-        else
-        {
-            if (hasStyle(WindowFlags::paintEveryFrame) || !container.getDirtyRegion().isEmpty()
-                || !container.getPresentRegion().isEmpty())
-            {
-                int stride = 0;
-                uint8_t* pixels = surface->getPixels(&stride);
-                container.paint(pixels, surface->getSize(), stride, false);
-                container.getPresentRegion().getRectangles(presented);
-                surface->update(presented, getNativeView(), nullptr);
-            }
+        Surface& treePixels = treeSurface ? *treeSurface : *surface;
+        const bool scaled = hasStyle(WindowFlags::scaledContent);
+        const bool painted = scaled ? paintScaled(treePixels, surfaceIsNew) : paintUnscaled(treePixels);
+        if (treeSurface)
+            showWithOverlay(painted, surfaceIsNew);
+        else if (painted)
+            surface->update(presented, getNativeView(), nullptr);
+        // A texture surface draws its quad here, on a frame that the rendering context began
+        // anew. An image surface puts what the window system lost; a scaled frame has put that
+        // with its rectangles already.
+        if (!scaled || (getRenderingContext() && hasStyle(WindowFlags::openGL)))
             surface->present();
-        }
     }
     container.clearDirty();
     container.endFrame();
 }
 
-void ComponentsWindow::paintScaled(bool surfaceIsNew)
+bool ComponentsWindow::paintUnscaled(Surface& target)
+{
+    if (!hasStyle(WindowFlags::paintEveryFrame) && container.getDirtyRegion().isEmpty()
+        && container.getPresentRegion().isEmpty())
+    {
+        presented.clear();
+        return false;
+    }
+    int stride = 0;
+    uint8_t* pixels = target.getPixels(&stride);
+    container.paint(pixels, target.getSize(), stride, false);
+    container.getPresentRegion().getRectangles(presented);
+    return true;
+}
+
+bool ComponentsWindow::paintScaled(Surface& target, bool surfaceIsNew)
 {
     const Point treeSize = container.getSize();
     if (!scaledSurface || scaledSurface->getSize() != treeSize)
@@ -273,7 +326,7 @@ void ComponentsWindow::paintScaled(bool surfaceIsNew)
     uint8_t* pixels = scaledSurface->getPixels(&stride);
     container.paint(pixels, treeSize, stride, false);
 
-    const Point windowSize = surface->getSize();
+    const Point windowSize = target.getSize();
     const Rectangle whole(Point(), windowSize);
     // The present region is taken on every frame, also when a new surface is shown whole, so
     // that its scratch storage has grown by the second frame and later frames allocate nothing.
@@ -290,14 +343,48 @@ void ComponentsWindow::paintScaled(bool surfaceIsNew)
         for (Rectangle& area : presented)
             area = scaleArea(area, scaleX, scaleY).toRectangle(1).getIntersection(whole);
     }
-    Image destination = surface->getImage();
+    Image destination = target.getImage();
     resampler.resample(scaledSurface->getImage(), destination, presented.begin(), presented.getCount(),
                        resamplingQuality);
+    return true;
+}
+
+void ComponentsWindow::showWithOverlay(bool painted, bool surfaceIsNew)
+{
+    const Image& tree = treeSurface->getImage();
+    const Image& shown = surface->getImage();
+    const Rectangle whole = shown.getBounds();
+    if (!painted)
+        presented.clear();
+    if (surfaceIsNew)
+    {
+        presented.clear();
+        presented.add(whole);
+        overlayAreas.clear();
+    }
+    // What the overlay covered last time shows the tree again, before the overlay is drawn anew.
+    for (const Rectangle& area : overlayAreas)
+        presented.add(area);
+    for (const Rectangle& area : presented)
+    {
+        const Rectangle part = area.getIntersection(whole);
+        for (int y = part.y; y < part.getBottom(); ++y)
+            std::memcpy(shown.getPixelPointer(part.x, y), tree.getPixelPointer(part.x, y),
+                        static_cast<size_t>(part.w) * 4);
+    }
+    overlayAreas.clear();
+    if (Component* root = container.getRootComponent())
+    {
+        overlayContext.setTarget(shown);
+        overlayContext.beginFrame();
+        root->afterRender(overlayContext);
+        for (const Rectangle& area : overlayContext.getDrawnAreas())
+        {
+            overlayAreas.add(area);
+            presented.add(area);
+        }
+    }
     surface->update(presented, getNativeView(), nullptr);
-    // A texture surface draws its quad here, on a frame that the rendering context began anew;
-    // an image surface has shown its rectangles in update already.
-    if (getRenderingContext() && hasStyle(WindowFlags::openGL))
-        surface->present();
 }
 
 }  // namespace q1framework

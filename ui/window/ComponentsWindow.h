@@ -4,6 +4,7 @@
 #include "media/geometry/RectangleList.h"
 #include "native/window/Window.h"
 #include "render/image/ImageResampler.h"
+#include "render/software/SoftwareContext.h"
 #include "ui/container/ComponentsContainer.h"
 
 namespace q1framework
@@ -30,6 +31,13 @@ class Surface;
 // Coordinates: window pixels (physical) here, tree pixels in the container; they differ only
 // with scaledContent.
 //
+// Overlay drawing (setOverlayDrawing): the root draws over each shown frame in afterRender, as
+// the editor's meters do. Through GL it draws with the window's context after the tree's quad.
+// Over the image put the window keeps the tree's pixels apart from the shown ones: each frame
+// the changed part of the tree and the areas the overlay covered last time are copied to the
+// shown pixels, the root draws into those through a SoftwareContext, and everything that changed
+// is put. An overlay that moves therefore repaints nothing of the tree.
+//
 // Thread contract: main thread (see native/window/UiThread.h). A component must not delete the
 // window synchronously from inside an event handler, since the container is still dispatching
 // that event; a Button with setAsync(true) posts its click through the message pump, which is
@@ -51,6 +59,10 @@ public:
     Point windowToRoot(const Point& position) const;
     // Tree pixels to window pixels, truncated or, with roundUp, rounded up.
     Point rootToWindow(const Point& position, bool roundUp) const;
+    // Whether the root draws over each frame (see above); off at first. The surfaces are made
+    // anew at the next frame.
+    void setOverlayDrawing(bool drawsOverlay);
+    bool isOverlayDrawing() const { return overlayDrawing; }
 
     // ---- Window ----
 
@@ -84,17 +96,29 @@ public:
 
 private:
     bool hasStyle(int style) const { return (getFlags() & style) != 0; }
+    // Whether the overlay is drawn in software over a second buffer (image put, overlay on).
+    bool composesOverlay() const;
     // The frame's software part: the tree painted, its changed rectangles shown.
     void paintSoftware();
-    void paintScaled(bool surfaceIsNew);
+    // Paint the dirty part of the tree into target (window-sized) and leave the window
+    // rectangles to show in presented; false when nothing was painted.
+    bool paintUnscaled(Surface& target);
+    bool paintScaled(Surface& target, bool surfaceIsNew);
+    // The image put's frame with an overlay: see the class comment.
+    void showWithOverlay(bool painted, bool surfaceIsNew);
     void releaseButtons(const Point& windowPosition);
     void deleteSurfaces();
+    void deleteWindowSurfaces();
 
     ComponentsContainer container;
     Surface* surface = nullptr;        // owned; the window's pixels, at its client size
+    Surface* treeSurface = nullptr;    // owned; the tree's window-sized pixels under a composed overlay
     Surface* scaledSurface = nullptr;  // owned; the tree's pixels, at its size (scaledContent)
     ImageResampler resampler;          // the scaled blit's working memory
-    RectangleList presented;           // the window rectangles of a scaled frame
+    RectangleList presented;           // the window rectangles to show in a frame
+    bool overlayDrawing = false;
+    SoftwareContext overlayContext;    // the overlay's context over the image put
+    RectangleList overlayAreas;        // what the overlay covered in the last frame
 };
 
 }  // namespace q1framework

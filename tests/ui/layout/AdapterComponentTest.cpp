@@ -12,6 +12,8 @@
 #include "ui/controls/Slider.h"
 #include "ui/controls/ToggleButton.h"
 #include "ui/lookandfeel/LookAndFeel.h"
+#include "ui/window/ComponentsWindow.h"
+#include "native/window/WindowFlags.h"
 
 #include <gtest/gtest.h>
 
@@ -158,6 +160,28 @@ TEST(AdapterComponentTest, PointerEventsReachTheInnerTreeAtInnerPositions)
     tree.log.clear();
     tree.send(move, Point(5, 5));
     EXPECT_EQ(tree.log, (Log{"target.exit", "root.enter", "root.move"}));
+}
+
+TEST(AdapterComponentTest, InnerEventsCarryTheScreenPositionOfTheOuterEvent)
+{
+    // A top-level window at (100, 50) on the screen; the adapter shows a 60 x 40 tree at 150 x 100.
+    ComponentsWindow window(Rectangle(100, 50, 170, 120), WindowFlags::imageSurface, String(), nullptr);
+    Log log;
+    auto* root = new Probe("root", &log);
+    root->setBounds(Rectangle(0, 0, 170, 120), false);
+    window.setContent(root, true);
+    auto* adapter = new AdapterComponent();
+    adapter->setBounds(Rectangle(10, 10, 150, 100), false);
+    root->addAndMakeVisible(adapter);
+    auto* inner = new Probe("inner", &log);
+    inner->setBounds(Rectangle(0, 0, 60, 40), false);
+    adapter->setInnerComponent(inner);
+    window.getContainer().sendMouseEvent(0, ComponentsContainer::moveEvent, Point(85, 60), 0, 0, 0.0f, 0.0f);
+    window.getContainer().sendMouseEvent(0, ComponentsContainer::moveEvent, Point(95, 60), 0, 0, 0.0f, 0.0f);
+    // The inner position is (85 - 10) * 0.4 = 30 and then 34, but the screen moved by 10 pixels.
+    EXPECT_EQ(Point(inner->lastEvent.x, inner->lastEvent.y), Point(34, 20));
+    EXPECT_EQ(Point(inner->lastEvent.screenX, inner->lastEvent.screenY), Point(100 + 95, 50 + 60));
+    EXPECT_EQ(inner->lastEvent.deltaX, 10);
 }
 
 TEST(AdapterComponentTest, CursorIsTheInnerComponentsUnderThePointer)

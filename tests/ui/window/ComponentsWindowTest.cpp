@@ -81,6 +81,19 @@ TEST(ComponentsWindowTest, ContentGivesTheWindowItsSize)
     EXPECT_EQ(harness.root->getContainer()->getWindow(), &harness.window);
 }
 
+TEST(ComponentsWindowTest, AWindowMadeAtItsContentsSizeShowsTheContent)
+{
+    ComponentsWindow window(Rectangle(0, 0, 200, 100), imageStyle, String(), reinterpret_cast<void*>(1));
+    Log log;
+    auto* root = new Probe("root", &log, Colour(30, 60, 90, 255));
+    root->setOpaque(true);
+    root->setBounds(Rectangle(0, 0, 200, 100), false);
+    window.setContent(root, true);
+    EXPECT_EQ(window.getContainer().getSize(), Point(200, 100));
+    Window::runFrame();
+    EXPECT_EQ(NullWindowPeer::of(window)->getScreen().getPixelPointer(100, 50)[0], 90);
+}
+
 TEST(ComponentsWindowTest, ResizedWindowResizesTheTree)
 {
     WindowHarness harness(imageStyle);
@@ -241,4 +254,79 @@ TEST(ComponentsWindowTest, ScrollInAScaledWindowMovesTheTreesOwnPixels)
         resampleImage(paintTree(harness.window.getContainer()), expected, &whole, 1, -1);
         return expected;
     }()));
+}
+
+// ---- Overlay drawing ----
+
+namespace
+{
+// A root that draws a red square through the rendering context after each frame.
+class OverlayRoot : public Probe
+{
+public:
+    explicit OverlayRoot(Log* log) : Probe("root", log, Colour(30, 60, 90, 255)) { setOpaque(true); }
+
+    void afterRender(RenderingContext& context) override
+    {
+        ++overlays;
+        context.fillRect(square, Colour(255, 0, 0, 255));
+    }
+
+    Rectangle square{10, 10, 5, 5};
+    int overlays = 0;
+};
+
+struct OverlayHarness
+{
+    OverlayHarness() : window(Rectangle(0, 0, 10, 10), imageStyle, String(), this)
+    {
+        root = new OverlayRoot(&log);
+        root->setBounds(Rectangle(0, 0, 60, 30), false);
+        window.setContent(root, true);
+        window.setOverlayDrawing(true);
+        peer = NullWindowPeer::of(window);
+        Window::runFrame();
+    }
+
+    // Red, green and blue of the screen's pixel.
+    std::vector<int> shownAt(int x, int y) const
+    {
+        const uint8_t* pixel = peer->getScreen().getPixelPointer(x, y);
+        return {pixel[2], pixel[1], pixel[0]};
+    }
+
+    Log log;
+    ComponentsWindow window;
+    OverlayRoot* root;
+    NullWindowPeer* peer;
+};
+}  // namespace
+
+TEST(ComponentsWindowTest, OverlayIsDrawnOverTheImagePutsFrame)
+{
+    OverlayHarness harness;
+    EXPECT_EQ(harness.root->overlays, 1);
+    EXPECT_EQ(harness.shownAt(12, 12), (std::vector<int>{255, 0, 0}));
+    EXPECT_EQ(harness.shownAt(20, 12), (std::vector<int>{30, 60, 90}));
+}
+
+TEST(ComponentsWindowTest, AMovedOverlayShowsTheTreeWhereItWasWithoutRepaintingTheTree)
+{
+    OverlayHarness harness;
+    harness.root->paintedClips.clear();
+    harness.root->square = Rectangle(30, 10, 5, 5);
+    harness.window.invalidate(harness.root->square);
+    Window::runFrame();
+    EXPECT_EQ(harness.shownAt(12, 12), (std::vector<int>{30, 60, 90}));
+    EXPECT_EQ(harness.shownAt(32, 12), (std::vector<int>{255, 0, 0}));
+    EXPECT_TRUE(harness.root->paintedClips.empty());
+}
+
+TEST(ComponentsWindowTest, WithoutOverlayDrawingTheRootIsNotAskedToDraw)
+{
+    OverlayHarness harness;
+    harness.window.setOverlayDrawing(false);
+    Window::runFrame();
+    EXPECT_EQ(harness.root->overlays, 1);
+    EXPECT_EQ(harness.shownAt(12, 12), (std::vector<int>{30, 60, 90}));
 }
