@@ -130,6 +130,7 @@ TEST(KLParameters, IndexOutOfRangeHasNoUnitAndKeepsItsValue)
     EXPECT_STREQ(KLParameters::getStepName(4, 3), "");
     EXPECT_EQ(KLParameters::toPhysical(0.3f, 7), 0.3f);
     EXPECT_EQ(KLParameters::fromPhysical(42.0f, -1), 42.0f);
+}
 
 TEST(KLParameters, TimeSettingsChangeAt0333And0666ComparedAsDouble)
 {
