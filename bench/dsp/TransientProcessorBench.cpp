@@ -5,11 +5,12 @@
 #include "dsp/DemoDrumLoop.h"
 #include "dsp/TransientProcessor.h"
 
+#include "BenchmarkSummary.h"
+
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <cstdio>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -106,39 +107,23 @@ void stereoSharedInput(benchmark::State& state) { process(state, true, Input::dr
 void blockSizes(benchmark::internal::Benchmark* benchmark)
 {
     benchmark->Arg(32)->Arg(256)->Arg(512)->Arg(4096)->Repetitions(5)->ReportAggregatesOnly(true);
-    benchmark->ComputeStatistics("min", [](const std::vector<double>& values) {
-        return *std::min_element(values.begin(), values.end());
-    });
+    benchmark->ComputeStatistics("min", fastest);
 }
 
 BENCHMARK(stereoSignal)->Apply(blockSizes);
 BENCHMARK(monoSignal)->Apply(blockSizes);
 BENCHMARK(stereoSilence)->Apply(blockSizes);
 BENCHMARK(monoSilence)->Apply(blockSizes);
-BENCHMARK(stereoSharedInput)->Arg(512)->Repetitions(5)->ReportAggregatesOnly(true)->ComputeStatistics(
-    "min", [](const std::vector<double>& values) { return *std::min_element(values.begin(), values.end()); });
+BENCHMARK(stereoSharedInput)->Arg(512)->Repetitions(5)->ReportAggregatesOnly(true)->ComputeStatistics("min", fastest);
 
-// Console output as usual, and the time per frame of every run kept for the summary.
-class SummaryReporter : public benchmark::ConsoleReporter
+// Nanoseconds per frame of the fastest repetition, from the counter each run keeps; 0 when the
+// benchmark did not run.
+double nanosecondsPerFrame(const SummaryReporter& reporter, const std::string& function)
 {
-public:
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs)
-            if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "min" && run.counters.count("s/frame") != 0)
-                nanosecondsPerFrame[run.benchmark_name()] = run.counters.at("s/frame").value * 1e9;
-        ConsoleReporter::ReportRuns(runs);
-    }
+    const benchmark::BenchmarkReporter::Run* run = reporter.find(function, "min", "512");
+    return run != nullptr && run->counters.count("s/frame") != 0 ? run->counters.at("s/frame").value * 1e9 : 0.0;
+}
 
-    double lookup(const std::string& name) const
-    {
-        const auto found = nanosecondsPerFrame.find(name);
-        return found == nanosecondsPerFrame.end() ? 0.0 : found->second;
-    }
-
-private:
-    std::map<std::string, double> nanosecondsPerFrame;
-};
 }
 
 int main(int argc, char** argv)
@@ -150,12 +135,12 @@ int main(int argc, char** argv)
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
 
-    const double signal = reporter.lookup("stereoSignal/512/repeats:5_min");
-    const double silence = reporter.lookup("stereoSilence/512/repeats:5_min");
+    const double signal = nanosecondsPerFrame(reporter, "stereoSignal");
+    const double silence = nanosecondsPerFrame(reporter, "stereoSilence");
     if (signal <= 0.0 || silence <= 0.0)
         return 0;  // filtered runs: no summary
     const double realtime = (1e9 / 48000.0) / signal;
-    const double shared = reporter.lookup("stereoSharedInput/512/repeats:5_min");
+    const double shared = nanosecondsPerFrame(reporter, "stereoSharedInput");
     if (shared > 0.0)
         std::printf("one buffer as both inputs and the left output: %.2f ns/stereo frame @512\n", shared);
     const double ratio = silence / signal;

@@ -20,6 +20,8 @@
 #include "plugin/KLParameters.h"
 
 #include <X11/Xlib.h>
+#include "BenchmarkSummary.h"
+
 #include <benchmark/benchmark.h>
 
 #include <chrono>
@@ -185,27 +187,13 @@ FrameAllocations::Counts allocationsPerIdle(const std::string& path)
     return total;
 }
 
-// Median CPU share of one core by benchmark name: CPU time over real time per iteration.
-class SummaryReporter : public benchmark::ConsoleReporter
+// The median CPU share of one core of a benchmark, in per cent: processor time over real time per
+// iteration; -1 when it did not run.
+double cpuShare(const SummaryReporter& reporter, const std::string& function)
 {
-public:
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs)
-            if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "median" && run.GetAdjustedRealTime() > 0.0)
-                shares[run.run_name.function_name] = 100.0 * run.GetAdjustedCPUTime() / run.GetAdjustedRealTime();
-        ConsoleReporter::ReportRuns(runs);
-    }
-
-    double lookup(const std::string& name) const
-    {
-        const auto found = shares.find(name);
-        return found == shares.end() ? -1.0 : found->second;
-    }
-
-private:
-    std::map<std::string, double> shares;
-};
+    const double real = reporter.realTime(function, "median");
+    return real > 0.0 ? 100.0 * reporter.cpuTime(function, "median") / real : -1.0;
+}
 }  // namespace
 
 int main(int argc, char** argv)
@@ -227,8 +215,8 @@ int main(int argc, char** argv)
     SummaryReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
-    const double gl = reporter.lookup("editorGL");
-    const double image = reporter.lookup("editorXImage");
+    const double gl = cpuShare(reporter, "editorGL");
+    const double image = cpuShare(reporter, "editorXImage");
     if (gl < 0.0 || image < 0.0)
         return 0;  // filtered runs: no summary
     const FrameAllocations::Counts imageAllocations = allocationsPerIdle("ximage");

@@ -7,7 +7,7 @@
 // summary line:
 //   lv2: ns/stereo frame @64/@512: Kelvane A/B (without meters C/D); <shaper> E/F (Kelvane/it x/y); ...
 
-#include "FastestRuns.h"
+#include "BenchmarkSummary.h"
 #include "LV2BenchHost.h"
 
 #include "dsp/DemoDrumLoop.h"
@@ -69,12 +69,12 @@ std::string benchmarkName(const Shaper& shaper, int blockSize)
 }
 
 // Nanoseconds per stereo frame of a shaper at a block size, 0 when its benchmark did not run.
-double perFrame(const FastestRunReporter& reporter, const Shaper& shaper, int blockSize)
+double perFrame(const SummaryReporter& reporter, const Shaper& shaper, int blockSize)
 {
-    return reporter.lookup(benchmarkName(shaper, blockSize)) / blockSize;
+    return reporter.cpuTime(benchmarkName(shaper, blockSize), "min") / blockSize;
 }
 
-std::string summary(const std::vector<Shaper>& shapers, const FastestRunReporter& reporter)
+std::string summary(const std::vector<Shaper>& shapers, const SummaryReporter& reporter)
 {
     char text[256];
     const Shaper& kelvane = shapers[0];
@@ -141,7 +141,7 @@ int main(int argc, char** argv)
                 ->ComputeStatistics("min", fastest);
     }
 
-    FastestRunReporter reporter;
+    SummaryReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
     if (shapers[0].effect == nullptr || shapers[1].effect == nullptr)

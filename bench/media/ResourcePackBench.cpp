@@ -9,6 +9,8 @@
 #include "media/image/Image.h"
 #include "media/resource/ResourcePack.h"
 
+#include "BenchmarkSummary.h"
+
 #include <benchmark/benchmark.h>
 
 #include <malloc.h>
@@ -16,7 +18,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -126,27 +127,6 @@ void readFile(benchmark::State& state)
 BENCHMARK(loadPack)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
 BENCHMARK(readFile)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
 
-// Console output as usual, and the median time of each benchmark kept for the summary.
-class SummaryReporter : public benchmark::ConsoleReporter
-{
-public:
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs)
-            if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "median")
-                milliseconds[run.run_name.function_name] = run.GetAdjustedRealTime();
-        ConsoleReporter::ReportRuns(runs);
-    }
-
-    double lookup(const std::string& name) const
-    {
-        const auto found = milliseconds.find(name);
-        return found == milliseconds.end() ? 0.0 : found->second;
-    }
-
-private:
-    std::map<std::string, double> milliseconds;
-};
 }
 
 int main(int argc, char** argv)
@@ -173,8 +153,8 @@ int main(int argc, char** argv)
     benchmark::Shutdown();
     removePack();
 
-    const double load = reporter.lookup("loadPack");
-    const double read = reporter.lookup("readFile");
+    const double load = reporter.realTime("loadPack", "median");
+    const double read = reporter.realTime("readFile", "median");
     if (load <= 0.0 || read <= 0.0)
         return 0;  // filtered runs: no summary
     std::printf("target: load/read <= 1.5 (%s)\n", load / read <= 1.5 ? "met" : "MISSED");

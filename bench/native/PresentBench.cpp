@@ -17,12 +17,13 @@
 #include "render/context/RenderingContext.h"
 #include "render/surface/Surface.h"
 
+#include "BenchmarkSummary.h"
+
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <map>
 #include <memory>
 #include <string>
 
@@ -182,33 +183,17 @@ FrameAllocations::Counts allocationsPerFrame()
     return total;
 }
 
-// Median real and process CPU time per iteration, in milliseconds, by benchmark name.
-class SummaryReporter : public benchmark::ConsoleReporter
+// Median real and process CPU time per iteration of a benchmark, in milliseconds.
+struct Times
 {
-public:
-    struct Times
-    {
-        double realMs = 0.0;
-        double cpuMs = 0.0;
-    };
-
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs)
-            if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "median")
-                times[run.run_name.function_name] = {run.GetAdjustedRealTime(), run.GetAdjustedCPUTime()};
-        ConsoleReporter::ReportRuns(runs);
-    }
-
-    Times lookup(const std::string& name) const
-    {
-        const auto found = times.find(name);
-        return found == times.end() ? Times() : found->second;
-    }
-
-private:
-    std::map<std::string, Times> times;
+    double realMs = 0.0;
+    double cpuMs = 0.0;
 };
+
+Times timesOf(const SummaryReporter& reporter, const std::string& function)
+{
+    return {reporter.realTime(function, "median"), reporter.cpuTime(function, "median")};
+}
 
 const char* verdict(bool met)
 {
@@ -232,8 +217,8 @@ int main(int argc, char** argv)
     SummaryReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
-    const SummaryReporter::Times gl = reporter.lookup("presentGL");
-    const SummaryReporter::Times image = reporter.lookup("presentXImage");
+    const Times gl = timesOf(reporter, "presentGL");
+    const Times image = timesOf(reporter, "presentXImage");
     if (gl.realMs <= 0.0 || image.realMs <= 0.0)
         return 0;  // filtered runs: no summary
     const FrameAllocations::Counts allocations = allocationsPerFrame();

@@ -8,11 +8,12 @@
 #include "plugin/KLAudioPlugin.h"
 #include "support/StateChunk.h"
 
+#include "BenchmarkSummary.h"
+
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <cstdio>
-#include <map>
 #include <string>
 
 using namespace q1framework;
@@ -60,35 +61,13 @@ void megabyteAttribute(benchmark::State& state) { load(state, oneLargeAttribute(
 void fastestOfFive(benchmark::internal::Benchmark* benchmark)
 {
     benchmark->Repetitions(5)->ReportAggregatesOnly(true)->Unit(benchmark::kMicrosecond);
-    benchmark->ComputeStatistics("min", [](const std::vector<double>& values) {
-        return *std::min_element(values.begin(), values.end());
-    });
+    benchmark->ComputeStatistics("min", fastest);
 }
 
 BENCHMARK(realState)->Apply(fastestOfFive);
 BENCHMARK(hundredThousandAttributes)->Apply(fastestOfFive);
 BENCHMARK(megabyteAttribute)->Apply(fastestOfFive);
 
-class SummaryReporter : public benchmark::ConsoleReporter
-{
-public:
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs)
-            if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "min")
-                microseconds[run.run_name.function_name] = run.GetAdjustedRealTime();
-        ConsoleReporter::ReportRuns(runs);
-    }
-
-    double lookup(const std::string& name) const
-    {
-        const auto found = microseconds.find(name);
-        return found == microseconds.end() ? 0.0 : found->second;
-    }
-
-private:
-    std::map<std::string, double> microseconds;
-};
 }  // namespace
 
 int main(int argc, char** argv)
@@ -100,9 +79,9 @@ int main(int argc, char** argv)
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
 
-    const double real = reporter.lookup("realState");
-    const double many = reporter.lookup("hundredThousandAttributes") / 1000.0;
-    const double large = reporter.lookup("megabyteAttribute") / 1000.0;
+    const double real = reporter.realTime("realState", "min");
+    const double many = reporter.realTime("hundredThousandAttributes", "min") / 1000.0;
+    const double large = reporter.realTime("megabyteAttribute", "min") / 1000.0;
     if (real <= 0.0 || many <= 0.0 || large <= 0.0)
         return 0;  // filtered runs: no summary
     std::printf("state: real chunk %.0f us, 100000 attributes %.2f ms, 1 MB attribute %.2f ms (target < %.0f ms, %s)\n",

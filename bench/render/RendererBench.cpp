@@ -12,11 +12,12 @@
 #include "render/image/ImageScaling.h"
 #include "render/kernels/PixelKernels.h"
 
+#include "BenchmarkSummary.h"
+
 #include <benchmark/benchmark.h>
 #include <pixman.h>
 
 #include <cstdio>
-#include <map>
 #include <string>
 
 using q1framework::Colour;
@@ -213,33 +214,12 @@ BENCHMARK(blendPixman)->Apply(settings);
 BENCHMARK(scaleOurs)->Apply(scaledSizes);
 BENCHMARK(scalePixman)->Apply(scaledSizes);
 
-// Console output as usual, and the median processor time of every benchmark kept for the summary,
-// by function name and arguments ("scaleOurs/1100/257"). Processor time rather than wall time:
-// other work on the machine then lengthens neither side.
-class SummaryReporter : public benchmark::ConsoleReporter
+// The median processor time of a benchmark in microseconds, 0 when it did not run. Processor time
+// rather than wall time: other work on the machine then lengthens neither side.
+double median(const SummaryReporter& reporter, const std::string& function, const std::string& arguments = "")
 {
-public:
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs)
-            if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "median")
-            {
-                const std::string& arguments = run.run_name.args;
-                microseconds[run.run_name.function_name + (arguments.empty() ? "" : "/" + arguments)] =
-                    run.GetAdjustedCPUTime();
-            }
-        ConsoleReporter::ReportRuns(runs);
-    }
-
-    double lookup(const std::string& name) const
-    {
-        const auto found = microseconds.find(name);
-        return found == microseconds.end() ? 0.0 : found->second;
-    }
-
-private:
-    std::map<std::string, double> microseconds;
-};
+    return reporter.cpuTime(function, "median", arguments);
+}
 
 double ratio(double ours, double theirs)
 {
@@ -262,13 +242,13 @@ int main(int argc, char** argv)
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
 
-    const double fill = ratio(reporter.lookup("fillOurs"), reporter.lookup("fillPixman"));
-    const double opaqueFill = ratio(reporter.lookup("opaqueFillOurs"), reporter.lookup("opaqueFillPixman"));
-    const double blend = ratio(reporter.lookup("blendOurs"), reporter.lookup("blendPixman"));
-    const double repaint = reporter.lookup("scaleOurs/1100/257");
+    const double fill = ratio(median(reporter, "fillOurs"), median(reporter, "fillPixman"));
+    const double opaqueFill = ratio(median(reporter, "opaqueFillOurs"), median(reporter, "opaqueFillPixman"));
+    const double blend = ratio(median(reporter, "blendOurs"), median(reporter, "blendPixman"));
+    const double repaint = median(reporter, "scaleOurs", "1100/257");
     const double scaleSmall =
-        ratio(reporter.lookup("scaleOurs/1000/233"), reporter.lookup("scalePixman/1000/233"));
-    const double scaleLarge = ratio(repaint, reporter.lookup("scalePixman/1100/257"));
+        ratio(median(reporter, "scaleOurs", "1000/233"), median(reporter, "scalePixman", "1000/233"));
+    const double scaleLarge = ratio(repaint, median(reporter, "scalePixman", "1100/257"));
     if (fill <= 0.0 || blend <= 0.0 || scaleSmall <= 0.0 || scaleLarge <= 0.0)
         return 0;  // filtered runs: no summary
     std::printf("ours/pixman: fill %.2f, blend %.2f (targets <= 1.0: %s, %s); scale to 1000x233 %.2f, "

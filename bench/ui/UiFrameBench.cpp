@@ -20,10 +20,11 @@
 #include "ui/lookandfeel/LookAndFeel.h"
 #include "ui/window/ComponentsWindow.h"
 
+#include "BenchmarkSummary.h"
+
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
-#include <map>
 #include <string>
 
 using namespace q1framework;
@@ -132,28 +133,6 @@ void scaledFrame(benchmark::State& state)
 
 BENCHMARK(scaledFrame)->Unit(benchmark::kMillisecond)->MinTime(0.5)->Repetitions(9)->ReportAggregatesOnly(true);
 
-// Console output as usual, and the median processor time of each benchmark kept for the summary.
-class SummaryReporter : public benchmark::ConsoleReporter
-{
-public:
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs)
-            if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "median")
-                milliseconds[run.run_name.function_name] = run.GetAdjustedCPUTime();
-        ConsoleReporter::ReportRuns(runs);
-    }
-
-    double lookup(const std::string& name) const
-    {
-        const auto found = milliseconds.find(name);
-        return found == milliseconds.end() ? 0.0 : found->second;
-    }
-
-private:
-    std::map<std::string, double> milliseconds;
-};
-
 // Allocations per frame over frames after the first, in a tree of its own.
 double measureAllocations()
 {
@@ -175,7 +154,7 @@ int main(int argc, char** argv)
     SummaryReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
-    const double frame = reporter.lookup("scaledFrame");
+    const double frame = reporter.cpuTime("scaledFrame", "median");
     if (frame <= 0.0)
         return 0;  // filtered runs: no summary
     const double allocations = measureAllocations();
