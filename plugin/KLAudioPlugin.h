@@ -72,7 +72,8 @@ public:
     float fromPhysicalValue(float physical, int index) override;
     // The meters of KLMeters. Audio thread, mutex held, after process: the levels as the last
     // block left them (measured while areLevelsShown()), and the drive stage's peak since it was
-    // last taken, which starts again.
+    // last taken, which starts again. While an editor is attached, the drive peak taken here is
+    // also kept for it (takeDriveLevel).
     int getNumMeters() override { return KLMeters::count; }
     float takeMeterValue(int index) override;
 
@@ -87,7 +88,10 @@ public:
     // the processor, in index order, under the mutex.
     void applyProgram();
     // Main thread (the editor, once per frame). The soft clip's peak since the last call, 0..1,
-    // taken under the mutex.
+    // taken under the mutex. The processor holds one peak, and the drive meter's reader on the
+    // audio thread (takeMeterValue, when the host reads the meters after every block) takes it
+    // from there first; the largest of the peaks it took since the last call is kept here, so the
+    // editor sees every block's peak whether the host reads the meter or not.
     float takeDriveLevel();
     // Main thread, no lock. The latest input and output peak levels, 0..1.5.
     float getInputLevel() const { return inputLevel.load(std::memory_order_relaxed); }
@@ -132,4 +136,5 @@ private:
     Program program;
     int currentProgram;
     float activeValues[KLParameters::count] = {};
+    float editorDrivePeak = 0.0f;  // the largest drive peak takeMeterValue took since takeDriveLevel
 };
