@@ -13,7 +13,6 @@ using q1framework::String;
 
 namespace
 {
-constexpr char resourceFileName[] = "resources.bin";
 constexpr char programNamePrefix[] = "init";
 // A level meter falls by this much linear level per second.
 constexpr double meterFallPerSecond = 0.25;
@@ -158,6 +157,21 @@ float KLAudioPlugin::takeMeterValue(int index)
             editorDrivePeak = std::max(editorDrivePeak, peak);
         return peak;
     }
+    default:
+        return 0.0f;
+    }
+}
+
+float KLAudioPlugin::readMeter(int index)
+{
+    switch (index)
+    {
+    case KLMeters::inputLevel:
+        return getInputLevel();
+    case KLMeters::outputLevel:
+        return getOutputLevel();
+    case KLMeters::driveLevel:
+        return takeDriveLevel();
     default:
         return 0.0f;
     }

@@ -76,8 +76,14 @@ public:
     // also kept for it (takeDriveLevel).
     int getNumMeters() override { return KLMeters::count; }
     float takeMeterValue(int index) override;
+    // Main thread. The meters for the editor: getInputLevel, getOutputLevel, takeDriveLevel.
+    float readMeter(int index) override;
 
     // ---- The effect's own. -------------------------------------------------------------------
+    // The resource pack the editor draws from, in the bundle: the plug-in holds it
+    // (SharedResourcePack) for its life.
+    static constexpr const char* resourceFileName = "resources.bin";
+
     // Makes the effect's editor for a plug-in; the caller owns it.
     using EditorFactory = q1framework::AudioPluginEditor* (*)(KLAudioPlugin& plugin);
     // Load time, before any editor is asked for: the plug-in layer cannot reach the editor's
@@ -99,9 +105,9 @@ public:
 
     // Main thread. The editor's size in pixels, kept in the state; a drag of the editor's corner
     // writes it, the next editor opens at it.
-    int getEditorWidth();
-    int getEditorHeight();
-    void setEditorSize(int width, int height);
+    int getEditorWidth() override;
+    int getEditorHeight() override;
+    void setEditorSize(int width, int height) override;
 
     // The program list of the chunk format. There is one program; an index is not used to choose
     // one. setCurrentProgram stores the index and marks every value changed for the editors.
