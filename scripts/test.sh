@@ -38,7 +38,11 @@ echo "== tsan: build"
 if "$root/scripts/build.sh" tsan --target "${tsan_targets[@]}"; then
   echo "== tsan: threaded tests"
   log="$root/build/tsan/ctest.log"
-  ctest --test-dir "$root/build/tsan" -R '\.Threaded' --output-on-failure --parallel "$(nproc)" 2>&1 | tee "$log"
+  # Mesa's software GL rasterises on threads of its own, which ThreadSanitizer does not see
+  # into; it reported their mutexes as racing with the frames that use them now and then.
+  # Without those threads llvmpipe rasterises on the thread that draws, the frame's own.
+  LP_NUM_THREADS=0 ctest --test-dir "$root/build/tsan" -R '\.Threaded' --output-on-failure --parallel "$(nproc)" 2>&1 \
+    | tee "$log"
   [ "${PIPESTATUS[0]}" -eq 0 ] || status=1
   summaries+=("tsan: $(grep -E 'tests passed' "$log" | tail -n 1)")
 else
