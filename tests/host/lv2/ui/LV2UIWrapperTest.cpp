@@ -9,12 +9,14 @@
 #include "editor/DriveLed.h"
 #include "editor/LevelMeter.h"
 #include "editor/MainComponent.h"
+#include "host/FrameworkInstances.h"
 #include "host/lv2/ui/LV2EditedPlugin.h"
 #include "host/lv2/ui/LV2UIWrapper.h"
 #include "native/window/Window.h"
 #include "plugin/KLAudioPlugin.h"
 #include "plugin/KLMeters.h"
 #include "plugin/KLParameters.h"
+#include "plugin/SharedResourcePack.h"
 #include "ui/controls/Knob.h"
 
 #include <lv2/instance-access/instance-access.h>
@@ -314,6 +316,36 @@ TEST(LV2UIWrapper, CleanupLeavesNoWindowAndDetachesFromThePlugin)
     host.close();
     EXPECT_EQ(q1framework::Window::getWindowCount(), 0);
     EXPECT_EQ(host.getPlugin().getNumEditors(), 0);
+}
+
+TEST(LV2UIWrapper, AHostThatDestroysItsWindowBeforeCleanupLeavesNothingBehind)
+{
+    LV2UIHost host;
+    ASSERT_TRUE(host.open());
+    host.idle(2);
+    host.getDisplay().destroyHostWindow(host.getParentWindow());
+    host.idle(2);
+    host.close();
+    EXPECT_EQ(q1framework::Window::getWindowCount(), 0);
+    EXPECT_EQ(host.getPlugin().getNumEditors(), 0);
+}
+
+TEST(LV2UIWrapper, OpeningAndClosing50TimesGivesBackTheFrameworkAndThePack)
+{
+    LV2UIHost host;
+    const int frameworkInstances = FrameworkInstances::getCount();
+    const int packHolders = SharedResourcePack::getInstanceCount();
+    for (int round = 0; round < 50; ++round)
+    {
+        ASSERT_TRUE(host.open(Rectangle(0, 0, 800, 200)));
+        host.idle();
+        host.close();
+        host.getDisplay().destroyHostWindow(host.getParentWindow());
+    }
+    EXPECT_EQ(q1framework::Window::getWindowCount(), 0);
+    EXPECT_EQ(host.getPlugin().getNumEditors(), 0);
+    EXPECT_EQ(FrameworkInstances::getCount(), frameworkInstances);
+    EXPECT_EQ(SharedResourcePack::getInstanceCount(), packHolders);
 }
 
 TEST(LV2UIWrapper, ThreadedBlocksRunOnTheAudioThreadWhileTheInterfaceIdles)
