@@ -7,13 +7,12 @@
 #include "LV2UIHost.h"
 
 #include "GoldenImage.h"
+#include "support/SineBlock.h"
 
 #include "editor/LevelMeter.h"
 #include "editor/MainComponent.h"
 #include "plugin/KLAudioPlugin.h"
 #include "plugin/KLParameters.h"
-
-#include <cmath>
 
 using namespace q1framework;
 
@@ -31,10 +30,7 @@ Image editorScene(LV2UIHost& host, int width, int height)
     EXPECT_TRUE(host.open());
     host.notifyControls();
     host.idle(3);
-    std::vector<float> left(512), right;
-    for (size_t frame = 0; frame < left.size(); ++frame)
-        left[frame] = 0.9f * static_cast<float>(std::sin(2.0 * M_PI * 110.0 * static_cast<double>(frame) / 44100.0));
-    right = left;
+    std::vector<float> left = sineBlock(0.9f, 512), right = left;
     host.process(left, right);
     host.notifyMeters();
     // Exactly one frame after the block, as the VST editor's pictures: the frame takes the drive

@@ -5,6 +5,8 @@
 
 #include "LV2UIHost.h"
 
+#include "support/SineBlock.h"
+
 #include "editor/AudioPluginEditor.h"
 #include "editor/DriveLed.h"
 #include "editor/LevelMeter.h"
@@ -21,7 +23,6 @@
 
 #include <lv2/instance-access/instance-access.h>
 
-#include <cmath>
 #include <thread>
 
 using namespace q1framework;
@@ -31,10 +32,7 @@ namespace
 // One block of a 110 Hz sine at amplitude, both channels.
 void processSine(LV2UIHost& host, float amplitude, int frames = 512)
 {
-    std::vector<float> left(static_cast<size_t>(frames)), right;
-    for (int frame = 0; frame < frames; ++frame)
-        left[static_cast<size_t>(frame)] = amplitude * static_cast<float>(std::sin(2.0 * M_PI * 110.0 * frame / 44100.0));
-    right = left;
+    std::vector<float> left = sineBlock(amplitude, frames), right = left;
     host.process(left, right);
 }
 
