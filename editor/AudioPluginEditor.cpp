@@ -1,11 +1,9 @@
 #include "editor/AudioPluginEditor.h"
 
-#include "plugin/AudioPlugin.h"
-
 namespace q1framework
 {
 
-AudioPluginEditor::AudioPluginEditor(AudioPlugin& editedPlugin) : plugin(editedPlugin)
+AudioPluginEditor::AudioPluginEditor(EditedPlugin& editedPlugin) : plugin(editedPlugin)
 {
     plugin.addEditor(this);
 }
@@ -35,6 +33,8 @@ void AudioPluginEditor::resize(int width, int height, bool notify)
     for (int32_t index = 0; index < listeners.getCount(); ++index)
         listeners[index]->sizeChanged(size);
 }
+
+void AudioPluginEditor::offerSize(const Point&) {}
 
 void AudioPluginEditor::notifyGestureBegan(int index)
 {

@@ -2,17 +2,21 @@
 
 #include "foundation/var/Array.h"
 #include "media/geometry/Point.h"
+#include "plugin/EditedPlugin.h"
 #include "plugin/PluginEditorView.h"
 #include "ui/component/Component.h"
 
 namespace q1framework
 {
 
-class AudioPlugin;
-
 // The format-independent root of an effect's editor: the component a host adapter shows in its
-// window (VST 2's Holder), with the plug-in it edits and the listeners that hear what the user
-// does there. An effect's editor derives from it and shows its controls.
+// window (Holder), with the plug-in it edits and the listeners that hear what the user does
+// there. An effect's editor derives from it and shows its controls.
+//
+// What it edits is an EditedPlugin: the plug-in itself where the editor runs in the plug-in's
+// address space, or what a user interface knows of a plug-in it reaches only through a format's
+// ports (LV2EditedPlugin). The editor writes no value there: the listeners hand the user's values
+// to the host, which sets them.
 //
 // Values reach the editor without the editor ever running on another thread: the plug-in marks
 // the parameters whose stored values changed (PluginEditorView), on whichever thread changed them
@@ -22,8 +26,8 @@ class AudioPlugin;
 // through refreshControl.
 //
 // Lifetime: attaches itself to the plug-in's editors in the constructor and detaches in the
-// destructor (the plug-in measures levels only while an editor is attached). The plug-in must
-// outlive it; listeners are not owned.
+// destructor (a plug-in measures levels only while an editor is attached). The edited plug-in
+// must outlive it; listeners are not owned.
 //
 // Thread contract: main thread (the host's user-interface calls), but for the marks.
 class AudioPluginEditor : public Component, public PluginEditorView
@@ -47,10 +51,10 @@ public:
         virtual void gestureEnded(AudioPluginEditor* editor, int index) { (void)editor, (void)index; }
     };
 
-    explicit AudioPluginEditor(AudioPlugin& plugin);
+    explicit AudioPluginEditor(EditedPlugin& plugin);
     ~AudioPluginEditor() override;
 
-    AudioPlugin& getPlugin() const { return plugin; }
+    EditedPlugin& getPlugin() const { return plugin; }
 
     // Appends listener unless it is there already; null is ignored.
     void addListener(Listener* listener);
@@ -62,6 +66,11 @@ public:
     // The editor's size becomes width by height; with notify every listener hears sizeChanged,
     // in the order they were added.
     void resize(int width, int height, bool notify);
+    // The host resized the editor's window to size (a host whose user drags its window): the
+    // editor takes the nearest size it can show, keeps it with the plug-in, and resizes with
+    // notify when that differs from its present size, so that the host hears the size taken.
+    // Sizes below 1 pixel are ignored. By default the editor keeps its size.
+    virtual void offerSize(const Point& size);
 
     // Each calls one operation on every listener, in order.
     void notifyGestureBegan(int index);
@@ -81,7 +90,7 @@ public:
     void tick() override;
 
 private:
-    AudioPlugin& plugin;
+    EditedPlugin& plugin;
     Array<Listener*> listeners;  // not owned
 };
 

@@ -7,7 +7,7 @@
 
 using namespace q1framework;
 
-KLAudioPluginEditor::KLAudioPluginEditor(KLAudioPlugin& plugin)
+KLAudioPluginEditor::KLAudioPluginEditor(EditedPlugin& plugin)
     : AudioPluginEditor(plugin), container(new AdapterComponent())
 {
     setOpaque(true);
@@ -30,6 +30,17 @@ void KLAudioPluginEditor::refreshControl(int index)
     // shows once the control is let go.
     if (!mainComponent->refreshControl(index))
         markChanged(index);
+}
+
+void KLAudioPluginEditor::offerSize(const Point& offered)
+{
+    if (offered.x < 1 || offered.y < 1)
+        return;
+    const Point size = mainComponent->sizeForWidth(offered.x);
+    if (size == getSize())
+        return;
+    getPlugin().setEditorSize(size.x, size.y);
+    resize(size.x, size.y, true);
 }
 
 void KLAudioPluginEditor::resized()

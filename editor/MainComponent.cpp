@@ -5,7 +5,8 @@
 #include "editor/LevelMeter.h"
 #include "editor/MultiStateButton.h"
 #include "media/resource/ResourcePack.h"
-#include "plugin/KLAudioPlugin.h"
+#include "plugin/EditedPlugin.h"
+#include "plugin/KLMeters.h"
 #include "plugin/KLParameters.h"
 #include "plugin/SharedResourcePack.h"
 #include "render/graphics/SoftwareGraphics.h"
@@ -28,7 +29,7 @@ constexpr LevelRow levelRows[] = {{1.412f, 1.0f}, {1.0f, 0.66f}, {0.707f, 0.39f}
                                   {0.5f, 0.22f},  {0.25f, 0.07f}, {0.1f, 0.0f}};
 }  // namespace
 
-MainComponent::MainComponent(AdapterComponent& scalingContainer, KLAudioPlugin& editedPlugin,
+MainComponent::MainComponent(AdapterComponent& scalingContainer, EditedPlugin& editedPlugin,
                              AudioPluginEditor& owner)
     : background(), plugin(editedPlugin), container(scalingContainer), editor(owner)
 {
@@ -95,9 +96,9 @@ void MainComponent::paint(SoftwareGraphics& graphics)
 
 void MainComponent::tick()
 {
-    inputMeter->setLevel(levelToPosition(plugin.getInputLevel()));
-    outputMeter->setLevel(levelToPosition(plugin.getOutputLevel()));
-    const float drive = plugin.takeDriveLevel();
+    inputMeter->setLevel(levelToPosition(plugin.readMeter(KLMeters::inputLevel)));
+    outputMeter->setLevel(levelToPosition(plugin.readMeter(KLMeters::outputLevel)));
+    const float drive = plugin.readMeter(KLMeters::driveLevel);
     driveLed->setValue(drive * drive, false);
 }
 
@@ -151,9 +152,14 @@ void MainComponent::mouseDrag(const MouseEvent& event)
 {
     if (!inResizeZone)
         return;
-    const int width = std::max(std::min(event.screenX - dragStart.x + startSize.x, maximumWidth), minimumWidth);
+    const Point size = sizeForWidth(event.screenX - dragStart.x + startSize.x);
+    plugin.setEditorSize(size.x, size.y);
+    editor.resize(size.x, size.y, true);
+}
+
+Point MainComponent::sizeForWidth(int width) const
+{
+    width = std::max(std::min(width, maximumWidth), minimumWidth);
     const double aspect = static_cast<double>(getHeight()) / getWidth();
-    const int height = static_cast<int>(width * aspect);
-    plugin.setEditorSize(width, height);
-    editor.resize(width, height, true);
+    return Point(width, static_cast<int>(width * aspect));
 }

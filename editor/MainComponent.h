@@ -4,7 +4,6 @@
 #include "ui/component/Component.h"
 
 class DriveLed;
-class KLAudioPlugin;
 class LevelMeter;
 class MultiStateButton;
 
@@ -12,6 +11,7 @@ namespace q1framework
 {
 class AdapterComponent;
 class AudioPluginEditor;
+class EditedPlugin;
 class Knob;
 class RenderingContext;
 class ToggleButton;
@@ -43,7 +43,8 @@ class ToggleButton;
 // is pressed, so that automation never fights the user's hand.
 //
 // The frame update (tick): the meters take levelToPosition of the plug-in's input and output
-// peaks, the LED the square of the drive peak since the last frame.
+// peaks, the LED the square of the drive peak since the last frame (the meters of KLMeters,
+// through EditedPlugin::readMeter).
 //
 // Resizing: the strip right of x = 1350 is the resize zone (the left-right cursor shows there).
 // A drag that starts there sets the editor's width to the width at the press plus the pointer's
@@ -67,9 +68,9 @@ public:
     // Its own tag, apart from the parameters'.
     static constexpr int ownTag = 255;
 
-    // container: the scaling container that will show it; editor: the editor whose listeners
-    // hear the user. Neither is owned; both outlive it.
-    MainComponent(q1framework::AdapterComponent& container, KLAudioPlugin& plugin,
+    // container: the scaling container that will show it; plugin: what the editor edits;
+    // editor: the editor whose listeners hear the user. None is owned; all outlive it.
+    MainComponent(q1framework::AdapterComponent& container, q1framework::EditedPlugin& plugin,
                   q1framework::AudioPluginEditor& editor);
     ~MainComponent() override;
 
@@ -81,6 +82,9 @@ public:
     // linear between the rows 1.412 -> 1.0, 1.0 -> 0.66, 0.707 -> 0.39, 0.5 -> 0.22,
     // 0.25 -> 0.07, 0.1 -> 0.0.
     static float levelToPosition(float level);
+    // The editor's size for a width (pixels): the width limited to minimumWidth..maximumWidth,
+    // the height from it by the picture's aspect, truncated.
+    q1framework::Point sizeForWidth(int width) const;
     // The editor's drawing over the frame: the input meter, the output meter, then the LED.
     void drawResources(q1framework::RenderingContext& context);
 
@@ -113,7 +117,7 @@ private:
     q1framework::Point lastMouse;   // picture pixels
     q1framework::Image background;
     q1framework::Point startSize;   // the editor's size at the press
-    KLAudioPlugin& plugin;
+    q1framework::EditedPlugin& plugin;
     q1framework::Knob* attackKnob = nullptr;
     q1framework::Knob* driveKnob = nullptr;
     q1framework::Knob* releaseKnob = nullptr;

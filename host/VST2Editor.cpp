@@ -1,6 +1,6 @@
 #include "host/VST2Editor.h"
 
-#include "host/Holder.h"
+#include "host/AudioEffectX.h"
 #include "native/window/UiThread.h"
 #include "plugin/AudioPlugin.h"
 #include "plugin/PluginDescription.h"
@@ -58,6 +58,13 @@ void VST2Editor::idle()
     UiThread::idle();
     if (holder != nullptr)
         holder->getEditor()->refreshChangedControls();
+}
+
+bool VST2Editor::resizeHostWindow(const Point& size)
+{
+    setSize(size.x, size.y);
+    auto* effectX = dynamic_cast<AudioEffectX*>(getEffect());
+    return effectX != nullptr && effectX->sizeWindow(size.x, size.y);
 }
 
 bool VST2Editor::forwardKey(bool down, int key)

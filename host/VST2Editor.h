@@ -1,13 +1,13 @@
 #pragma once
 
 #include "editor/AudioPluginEditor.h"
+#include "host/Holder.h"
 #include "host/VST2EditorBase.h"
 
 namespace q1framework
 {
 
 class AudioPlugin;
-class Holder;
 
 // The adapter's editor: opens the plug-in's editor (AudioPlugin::createEditor) in a Holder, a
 // window of the framework's own inside the host's window, and closes it again. Each open makes a
@@ -22,10 +22,13 @@ class Holder;
 // Idle: effEditIdle runs the framework's user interface for a moment (UiThread::idle: native
 // events, timers, the frame loop), then shows the parameters the plug-in marked since.
 //
+// Size: a size the editor takes is the one given to the host (getRect), and is asked of the host
+// by audioMasterSizeWindow (Holder::Host).
+//
 // Ownership: given to AudioEffect::setEditor, which owns it. The plug-in and the listener (the
 // wrapper's, which hears the user's gestures and values) are not owned.
 // Thread contract: the host's user-interface calls; each enters the user-interface thread first.
-class VST2Editor : public VST2EditorBase
+class VST2Editor : public VST2EditorBase, private Holder::Host
 {
 public:
     VST2Editor(AudioEffect* effect, AudioPlugin* plugin, AudioPluginEditor::Listener* listener);
@@ -48,6 +51,9 @@ protected:
     bool forwardKey(bool down, int key) override;
 
 private:
+    // Holder::Host: stores the size for getRect, then asks the host (AudioEffectX::sizeWindow).
+    bool resizeHostWindow(const Point& size) override;
+
     Holder* holder = nullptr;  // owned; null while closed
     AudioPlugin* plugin;
     AudioPluginEditor::Listener* listener;

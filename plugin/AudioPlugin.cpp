@@ -68,6 +68,25 @@ float AudioPlugin::takeMeterValue(int)
     return 0.0f;
 }
 
+float AudioPlugin::readMeter(int)
+{
+    return 0.0f;
+}
+
+int AudioPlugin::getEditorWidth()
+{
+    return 0;
+}
+
+int AudioPlugin::getEditorHeight()
+{
+    return 0;
+}
+
+void AudioPlugin::setEditorSize(int, int)
+{
+}
+
 void AudioPlugin::suspend()
 {
 }

@@ -3,6 +3,7 @@
 #include "foundation/runtime/Mutex.h"
 #include "foundation/string/String.h"
 #include "foundation/var/Array.h"
+#include "plugin/EditedPlugin.h"
 #include "plugin/TimeInfo.h"
 
 #include <cstdint>
@@ -28,7 +29,9 @@ class Stream;
 // state of the effect `process` reads; an adapter holds it while it hands the host's channel
 // pointers to the buses and while it sets a parameter. `prepare` swaps the channel arrays under it
 // and frees the old ones outside it, so a host may call `prepare` while audio runs.
-class AudioPlugin
+//
+// An editor in the plug-in's address space edits the plug-in itself, as an EditedPlugin.
+class AudioPlugin : public EditedPlugin
 {
 public:
     class AudioBus;
@@ -93,8 +96,8 @@ public:
     virtual void setParameter(float value, int index) = 0;
     // Any thread. Parameter count, the stored value of one (0 for an index out of range), its text
     // for `value` with the unit, and its name. Defaults: 0, 0, empty, empty.
-    virtual int getNumParameters();
-    virtual double getParameter(int index);
+    int getNumParameters() override;
+    double getParameter(int index) override;
     virtual String getParameterText(float value, int index);
     virtual String getParameterName(int index);
 
@@ -137,6 +140,16 @@ public:
     // Audio thread, mutex held, after process: meter `index` for the block just processed; 0 for
     // an index out of range. A meter that holds a peak until it is read starts again. Default 0.
     virtual float takeMeterValue(int index);
+
+    // ---- What an editor reads (EditedPlugin). ----------------------------------------------------
+
+    // Main thread. The meters as an editor shows them (EditedPlugin::readMeter). Default 0.
+    float readMeter(int index) override;
+    // Main thread. The editor's size kept in the state. Defaults: 0 by 0, and nothing kept, for an
+    // effect without an editor.
+    int getEditorWidth() override;
+    int getEditorHeight() override;
+    void setEditorSize(int width, int height) override;
 
     // ---- The lock. ------------------------------------------------------------------------------
 
@@ -182,8 +195,8 @@ public:
 
     // Main thread, from an editor's constructor and destructor; takes the mutex, as `process`
     // measures levels only while an editor is attached.
-    void addEditor(PluginEditorView* editor);
-    void removeEditor(PluginEditorView* editor);
+    void addEditor(PluginEditorView* editor) override;
+    void removeEditor(PluginEditorView* editor) override;
     // With the mutex held: the number of attached editors.
     int getNumEditors() const { return editors.getCount(); }
 

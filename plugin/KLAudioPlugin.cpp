@@ -5,6 +5,7 @@
 #include "plugin/KLStateDocument.h"
 #include "plugin/SharedResourcePack.h"
 
+#include <algorithm>
 #include <cmath>
 
 using q1framework::ScopedLock;
@@ -12,7 +13,6 @@ using q1framework::String;
 
 namespace
 {
-constexpr char resourceFileName[] = "resources.bin";
 constexpr char programNamePrefix[] = "init";
 // A level meter falls by this much linear level per second.
 constexpr double meterFallPerSecond = 0.25;
@@ -151,7 +151,27 @@ float KLAudioPlugin::takeMeterValue(int index)
     case KLMeters::outputLevel:
         return getOutputLevel();
     case KLMeters::driveLevel:
-        return processor.takeDrivePeak();
+    {
+        const float peak = processor.takeDrivePeak();
+        if (getNumEditors() > 0)
+            editorDrivePeak = std::max(editorDrivePeak, peak);
+        return peak;
+    }
+    default:
+        return 0.0f;
+    }
+}
+
+float KLAudioPlugin::readMeter(int index)
+{
+    switch (index)
+    {
+    case KLMeters::inputLevel:
+        return getInputLevel();
+    case KLMeters::outputLevel:
+        return getOutputLevel();
+    case KLMeters::driveLevel:
+        return takeDriveLevel();
     default:
         return 0.0f;
     }
@@ -215,7 +235,9 @@ void KLAudioPlugin::applyParameter(int index, float value)
 float KLAudioPlugin::takeDriveLevel()
 {
     const ScopedLock lock(getMutex());
-    return processor.takeDrivePeak();
+    const float peak = std::max(editorDrivePeak, processor.takeDrivePeak());
+    editorDrivePeak = 0.0f;
+    return peak;
 }
 
 int KLAudioPlugin::getEditorWidth()

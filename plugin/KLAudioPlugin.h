@@ -72,11 +72,18 @@ public:
     float fromPhysicalValue(float physical, int index) override;
     // The meters of KLMeters. Audio thread, mutex held, after process: the levels as the last
     // block left them (measured while areLevelsShown()), and the drive stage's peak since it was
-    // last taken, which starts again.
+    // last taken, which starts again. While an editor is attached, the drive peak taken here is
+    // also kept for it (takeDriveLevel).
     int getNumMeters() override { return KLMeters::count; }
     float takeMeterValue(int index) override;
+    // Main thread. The meters for the editor: getInputLevel, getOutputLevel, takeDriveLevel.
+    float readMeter(int index) override;
 
     // ---- The effect's own. -------------------------------------------------------------------
+    // The resource pack the editor draws from, in the bundle: the plug-in holds it
+    // (SharedResourcePack) for its life.
+    static constexpr const char* resourceFileName = "resources.bin";
+
     // Makes the effect's editor for a plug-in; the caller owns it.
     using EditorFactory = q1framework::AudioPluginEditor* (*)(KLAudioPlugin& plugin);
     // Load time, before any editor is asked for: the plug-in layer cannot reach the editor's
@@ -87,7 +94,10 @@ public:
     // the processor, in index order, under the mutex.
     void applyProgram();
     // Main thread (the editor, once per frame). The soft clip's peak since the last call, 0..1,
-    // taken under the mutex.
+    // taken under the mutex. The processor holds one peak, and the drive meter's reader on the
+    // audio thread (takeMeterValue, when the host reads the meters after every block) takes it
+    // from there first; the largest of the peaks it took since the last call is kept here, so the
+    // editor sees every block's peak whether the host reads the meter or not.
     float takeDriveLevel();
     // Main thread, no lock. The latest input and output peak levels, 0..1.5.
     float getInputLevel() const { return inputLevel.load(std::memory_order_relaxed); }
@@ -95,9 +105,9 @@ public:
 
     // Main thread. The editor's size in pixels, kept in the state; a drag of the editor's corner
     // writes it, the next editor opens at it.
-    int getEditorWidth();
-    int getEditorHeight();
-    void setEditorSize(int width, int height);
+    int getEditorWidth() override;
+    int getEditorHeight() override;
+    void setEditorSize(int width, int height) override;
 
     // The program list of the chunk format. There is one program; an index is not used to choose
     // one. setCurrentProgram stores the index and marks every value changed for the editors.
@@ -132,4 +142,5 @@ private:
     Program program;
     int currentProgram;
     float activeValues[KLParameters::count] = {};
+    float editorDrivePeak = 0.0f;  // the largest drive peak takeMeterValue took since takeDriveLevel
 };

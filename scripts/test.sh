@@ -15,7 +15,7 @@ export ASAN_OPTIONS=halt_on_error=1:abort_on_error=1:detect_leaks=1:strict_strin
 export UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
 export TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1
 tsan_targets=(foundation-runtime-tests foundation-memory-tests host-tests native-x11-tests host-lv2-tests
-             host-editor-tests)
+             host-editor-tests host-lv2-ui-tests)
 fuzz_seconds=20
 
 summaries=()

@@ -2,6 +2,7 @@
 
 #include "host/lv2/LV2Wrapper.h"
 
+#include "foundation/runtime/Mutex.h"
 #include "foundation/runtime/ScopedLock.h"
 #include "host/FrameworkInstances.h"
 #include "plugin/AudioBus.h"
@@ -9,6 +10,7 @@
 #include "plugin/EventBus.h"
 #include "plugin/PluginDescription.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
 
@@ -24,6 +26,19 @@ constexpr int nominalBlockSize = 4096;
 bool sameBits(float first, float second)
 {
     return std::memcmp(&first, &second, sizeof first) == 0;
+}
+
+// The adapters alive in this copy of the shared object (LV2Wrapper::findLive).
+struct LiveWrappers
+{
+    Mutex lock;
+    std::vector<LV2Wrapper*> wrappers;
+};
+
+LiveWrappers& liveWrappers()
+{
+    static LiveWrappers live;
+    return live;
 }
 }  // namespace
 
@@ -50,13 +65,31 @@ LV2Wrapper::LV2Wrapper(AudioPlugin* ownedPlugin, const PluginDescription& descri
     for (int parameter = 0; parameter < layout.getNumParameters(); ++parameter)
         lastControls.push_back(plugin->toPhysicalValue(static_cast<float>(plugin->getParameter(parameter)), parameter));
     mapStateUrids(features);
+    LiveWrappers& live = liveWrappers();
+    const ScopedLock lock(live.lock);
+    live.wrappers.push_back(this);
 }
 
 LV2Wrapper::~LV2Wrapper()
 {
+    {
+        LiveWrappers& live = liveWrappers();
+        const ScopedLock lock(live.lock);
+        live.wrappers.erase(std::find(live.wrappers.begin(), live.wrappers.end(), this));
+    }
     delete plugin;
     plugin = nullptr;
     FrameworkInstances::remove();
+}
+
+LV2Wrapper* LV2Wrapper::findLive(const void* handle)
+{
+    LiveWrappers& live = liveWrappers();
+    const ScopedLock lock(live.lock);
+    for (LV2Wrapper* wrapper : live.wrappers)
+        if (wrapper == handle)
+            return wrapper;
+    return nullptr;
 }
 
 void LV2Wrapper::connectPort(uint32_t port, void* data)

@@ -82,6 +82,13 @@ public:
     AudioPlugin* getPlugin() const { return plugin; }
     const LV2PortLayout& getLayout() const { return layout; }
 
+    // Any thread. The live adapter that `handle` is (the LV2_Handle a host got from this shared
+    // object's descriptor), or null. Only adapters that this copy of the shared object made and
+    // has not deleted yet count, so a handle from elsewhere (another plug-in, or another copy of
+    // this one loaded from another folder, whose classes may differ) is never taken for one. The
+    // user interface asks this of the handle that instance access gives it.
+    static LV2Wrapper* findLive(const void* handle);
+
 private:
     // Instantiation or host thread: the URIDs of the state's key and type from a urid:map in
     // `features`, unless known already; false when there is none.

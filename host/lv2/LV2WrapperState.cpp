@@ -2,32 +2,20 @@
 
 #include "foundation/memory/MemoryBlock.h"
 #include "foundation/memory/MemoryStream.h"
+#include "host/lv2/LV2Features.h"
 #include "host/lv2/LV2Wrapper.h"
 #include "plugin/AudioPlugin.h"
 
 #include <lv2/atom/atom.h>
 
-#include <cstring>
-
 namespace q1framework
 {
-
-namespace
-{
-const LV2_URID_Map* findMap(const LV2_Feature* const* features)
-{
-    for (const LV2_Feature* const* feature = features; feature != nullptr && *feature != nullptr; ++feature)
-        if ((*feature)->URI != nullptr && std::strcmp((*feature)->URI, LV2_URID__map) == 0)
-            return static_cast<const LV2_URID_Map*>((*feature)->data);
-    return nullptr;
-}
-}  // namespace
 
 bool LV2Wrapper::mapStateUrids(const LV2_Feature* const* features)
 {
     if (stateKey != 0 && chunkType != 0)
         return true;
-    const LV2_URID_Map* map = findMap(features);
+    const auto* map = static_cast<const LV2_URID_Map*>(LV2Features::findData(features, LV2_URID__map));
     if (map == nullptr || map->map == nullptr)
         return false;
     stateKey = map->map(map->handle, stateKeyUri.c_str());

@@ -19,6 +19,8 @@ namespace q1framework
 //     never makes two of these calls at once, for the same editor or for two editors, and
 //     whatever it uses to hand the work from one of its threads to the other (a lock, a queue, a
 //     join) also orders the framework's memory between the calls.
+//   - An LV2 host makes the calls of a plug-in's user interface (instantiate, port_event, idle,
+//     the interface's resize, cleanup) on its user-interface thread, one at a time, likewise.
 //   - Each such call starts with UiThread::enter (idle does it itself), which makes the calling
 //     thread the main thread of MessagePump and Thread::isMainThread.
 //   - Nothing stays bound to a thread between calls. The GL context is made current at the

@@ -41,9 +41,11 @@ void ResamplingFilter::computeRun(int first, int count, int tapStride, int copie
 {
     starts.resize(static_cast<size_t>(count));
     coefficients.assign(static_cast<size_t>(count) * tapStride * copies, 0);
-    float position = static_cast<float>(first) * scale;
-    for (int index = 0; index < count; ++index, position += scale)
+    for (int index = 0; index < count; ++index)
     {
+        // From the output position itself, never by steps from the run's first: a run that
+        // starts elsewhere must give each position the same taps.
+        const float position = static_cast<float>(first + index) * scale;
         const float frac = position - std::floor(position);
         starts[static_cast<size_t>(index)] = static_cast<int32_t>(position) - taps / 2;
         int16_t* row = coefficients.data() + static_cast<size_t>(index) * tapStride * copies;

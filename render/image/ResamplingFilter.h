@@ -40,7 +40,8 @@ public:
 
     // For the count output positions from first: starts[j], the first source pixel read, and
     // taps coefficients each, stored tapStride apart (the taps beyond getTaps() are 0), every
-    // value repeated copies times in a row.
+    // value repeated copies times in a row. Output position p reads from p * scale, computed in
+    // float from p alone, so a run gives each position the taps of any other run that covers it.
     void computeRun(int first, int count, int tapStride, int copies, std::vector<int32_t>& starts,
                     std::vector<int16_t>& coefficients) const;
 

@@ -27,6 +27,13 @@ void processLevel(KLAudioPlugin& plugin, float level)
     plugin.process(timeInfo, 64);
 }
 
+// The sizes the editor asked its listeners for.
+struct SizeLog : AudioPluginEditor::Listener
+{
+    void sizeChanged(const Point& size) override { sizes.push_back(size); }
+    std::vector<Point> sizes;
+};
+
 // Red, green, blue of the screen's pixel.
 std::vector<int> shownAt(const EditorWindow& editor, const Point& position)
 {
@@ -52,6 +59,31 @@ TEST(KLAudioPluginEditor, TheContainerFollowsTheEditorsSize)
     double innerPerOuter = 0.0;
     editor.editor->getContainer().getScaleToInner(&innerPerOuter, nullptr);
     EXPECT_DOUBLE_EQ(innerPerOuter, 1500.0 / 900.0);
+}
+
+TEST(KLAudioPluginEditor, AnOfferedSizeIsTakenWithinTheLimitsAtThePicturesAspectAndKeptInThePlugin)
+{
+    EditorWindow editor;
+    SizeLog log;
+    editor.editor->addListener(&log);
+    editor.editor->offerSize(Point(1100, 400));
+    EXPECT_EQ(editor.editor->getSize(), Point(1100, 256));
+    EXPECT_EQ(Point(editor.plugin.getEditorWidth(), editor.plugin.getEditorHeight()), Point(1100, 256));
+    editor.editor->offerSize(Point(5000, 10));
+    EXPECT_EQ(editor.editor->getSize(), Point(1499, 349));
+    EXPECT_EQ(log.sizes, (std::vector<Point>{Point(1100, 256), Point(1499, 349)}));
+}
+
+TEST(KLAudioPluginEditor, AnOfferOfItsOwnWidthOrOfNoAreaChangesNothing)
+{
+    EditorWindow editor;
+    SizeLog log;
+    editor.editor->addListener(&log);
+    editor.editor->offerSize(Point(750, 300));
+    editor.editor->offerSize(Point(0, 0));
+    editor.editor->offerSize(Point(900, -1));
+    EXPECT_EQ(editor.editor->getSize(), Point(750, 175));
+    EXPECT_TRUE(log.sizes.empty());
 }
 
 TEST(KLAudioPluginEditor, AMovingNeedleIsDrawnOverThePictureAndLeavesNoTrace)

@@ -12,7 +12,6 @@
 #include "plugin/KLAudioPlugin.h"
 
 #include <chrono>
-#include <cstdlib>
 #include <thread>
 
 using namespace q1framework;
@@ -26,19 +25,6 @@ String packPath(const String& name)
     return String(KELVANE_BUNDLE_FOLDER "/") + name;
 }
 }  // namespace
-
-DisplayWithoutGL::DisplayWithoutGL() : server({"-extension", "GLX"})
-{
-    if (const char* display = std::getenv("DISPLAY"))
-        previousDisplay = display;
-    if (server.isRunning())
-        setenv("DISPLAY", server.getDisplayName().c_str(), 1);
-}
-
-DisplayWithoutGL::~DisplayWithoutGL()
-{
-    setenv("DISPLAY", previousDisplay.c_str(), 1);
-}
 
 EditorHost::EditorHost()
 {
@@ -186,19 +172,5 @@ Rectangle EditorHost::getGeometry(::Window window)
 Image EditorHost::screenshot()
 {
     display.settle();
-    const ::Window window = getEditorWindow();
-    const Rectangle area(Point(), display.getGeometry(window).getSize());
-    const std::vector<uint32_t> shown = display.readPixels(window, area);
-    Image picture(area.getSize(), true);
-    for (int y = 0; y < area.h; ++y)
-        for (int x = 0; x < area.w; ++x)
-        {
-            const uint32_t word = shown[static_cast<size_t>(y * area.w + x)] | 0xff000000u;
-            uint8_t* pixel = picture.getPixelPointer(x, y);
-            pixel[0] = static_cast<uint8_t>(word);
-            pixel[1] = static_cast<uint8_t>(word >> 8);
-            pixel[2] = static_cast<uint8_t>(word >> 16);
-            pixel[3] = 255;
-        }
-    return picture;
+    return display.capture(getEditorWindow());
 }

@@ -3,8 +3,8 @@
 // GoogleTest and the X11 support first: Xlib's macros (None, Bool) would break GoogleTest.
 #include <gtest/gtest.h>
 
+#include "DisplayWithoutGL.h"
 #include "TestDisplay.h"
-#include "XvfbServer.h"
 
 #include "host/VstAbi.h"
 #include "media/geometry/Rectangle.h"
@@ -26,22 +26,6 @@ class Knob;
 class VST2Editor;
 class VST2Wrapper;
 }  // namespace q1framework
-
-// An X server without GLX for the tests of the image put: started on construction and made the
-// DISPLAY of the process (the framework opens its connection there with its first window), the
-// DISPLAY before restored on destruction. Make it before the EditorHost.
-class DisplayWithoutGL
-{
-public:
-    DisplayWithoutGL();
-    ~DisplayWithoutGL();
-
-    bool isRunning() const { return server.isRunning(); }
-
-private:
-    XvfbServer server;
-    std::string previousDisplay;
-};
 
 // A host of Kelvane's editor, for the X11 tests: the plug-in built into the test program (set up
 // as the shared object sets itself up, with the build's resource pack), made through the entry

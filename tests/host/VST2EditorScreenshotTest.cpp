@@ -9,6 +9,7 @@
 #include "EditorHost.h"
 
 #include "GoldenImage.h"
+#include "support/SineBlock.h"
 
 #include "editor/LevelMeter.h"
 #include "editor/MainComponent.h"
@@ -36,10 +37,7 @@ Image editorScene(EditorHost& host, int width, int height)
         host.getEffect()->setParameter(host.getEffect(), index, settings[index]);
     EXPECT_TRUE(host.open(Pattern::carlaLike));
     host.idle(3);
-    std::vector<float> left(512), right;
-    for (size_t frame = 0; frame < left.size(); ++frame)
-        left[frame] = 0.9f * static_cast<float>(std::sin(2.0 * M_PI * 110.0 * static_cast<double>(frame) / 44100.0));
-    right = left;
+    std::vector<float> left = sineBlock(0.9f, 512), right = left;
     host.process(left, right);
     // Exactly one frame after the block: the frame takes the drive peak, and a later one would
     // put the lamp out again.

@@ -4,6 +4,8 @@
 
 #include "EditorHost.h"
 
+#include "support/SineBlock.h"
+
 #include "editor/DriveLed.h"
 #include "editor/LevelMeter.h"
 #include "editor/MainComponent.h"
@@ -14,7 +16,6 @@
 #include "render/context/Texture.h"
 #include "ui/controls/Knob.h"
 
-#include <cmath>
 #include <thread>
 
 using namespace q1framework;
@@ -25,10 +26,7 @@ namespace
 // A block of a 110 Hz sine at amplitude, both channels.
 void processSine(EditorHost& host, float amplitude, int frames = 512)
 {
-    std::vector<float> left(static_cast<size_t>(frames)), right;
-    for (int frame = 0; frame < frames; ++frame)
-        left[static_cast<size_t>(frame)] = amplitude * static_cast<float>(std::sin(2.0 * M_PI * 110.0 * frame / 44100.0));
-    right = left;
+    std::vector<float> left = sineBlock(amplitude, frames), right = left;
     host.process(left, right);
 }
 

@@ -233,3 +233,36 @@ TEST(KLAudioPlugin, DriveMeterHoldsTheBlocksPeakUntilItIsTaken)
     EXPECT_EQ(plugin.takeMeterValue(KLMeters::driveLevel), 0.0f);
     EXPECT_EQ(plugin.takeMeterValue(KLMeters::count), 0.0f);
 }
+
+TEST(KLAudioPlugin, AnEditorTakesEveryDrivePeakThatTheHostsMeterReaderTookSinceItsLastFrame)
+{
+    KLAudioPlugin plugin;
+    plugin.releaseChannelBuffers();
+    AttachedView view(plugin);
+    std::vector<float> loud(256, 0.9f), quiet(256, 0.1f);
+    float loudPeak = 0.0f;
+    {
+        const ScopedLock lock(plugin.getMutex());
+        processBlock(plugin, {loud.data(), loud.data()}, {loud.data(), loud.data()}, 256);
+        loudPeak = plugin.takeMeterValue(KLMeters::driveLevel);
+        processBlock(plugin, {quiet.data(), quiet.data()}, {quiet.data(), quiet.data()}, 256);
+        EXPECT_LT(plugin.takeMeterValue(KLMeters::driveLevel), loudPeak);
+    }
+    ASSERT_GT(loudPeak, 0.0f);
+    EXPECT_EQ(plugin.takeDriveLevel(), loudPeak);
+    EXPECT_EQ(plugin.takeDriveLevel(), 0.0f);
+}
+
+TEST(KLAudioPlugin, TheMeterReaderKeepsNoDrivePeakWhileNoEditorIsAttached)
+{
+    KLAudioPlugin plugin;
+    plugin.releaseChannelBuffers();
+    std::vector<float> loud(256, 0.9f);
+    {
+        const ScopedLock lock(plugin.getMutex());
+        processBlock(plugin, {loud.data(), loud.data()}, {loud.data(), loud.data()}, 256);
+        EXPECT_GT(plugin.takeMeterValue(KLMeters::driveLevel), 0.0f);
+    }
+    AttachedView view(plugin);
+    EXPECT_EQ(plugin.takeDriveLevel(), 0.0f);
+}

@@ -3,9 +3,12 @@
 #include "host/lv2/KelvanePresets.h"
 #include "host/lv2/LV2PortLayout.h"
 #include "host/lv2/turtle/TurtleText.h"
+#include "host/lv2/ui/LV2UIUri.h"
 #include "plugin/KLMeters.h"
 #include "plugin/KLParameters.h"
 #include "plugin/PluginDescription.h"
+
+#include <lv2/instance-access/instance-access.h>
 
 #include <vector>
 
@@ -22,6 +25,7 @@ const char* const prefixes =
     "@prefix rdf:   <http://www.w3.org/1999/02/22-rdf-syntax-ns#> .\n"
     "@prefix rdfs:  <http://www.w3.org/2000/01/rdf-schema#> .\n"
     "@prefix state: <http://lv2plug.in/ns/ext/state#> .\n"
+    "@prefix ui:    <http://lv2plug.in/ns/extensions/ui#> .\n"
     "@prefix units: <http://lv2plug.in/ns/extensions/units#> .\n"
     "@prefix urid:  <http://lv2plug.in/ns/ext/urid#> .\n"
     "\n";
@@ -138,6 +142,7 @@ Statements meterPort(uint32_t index, int meter)
 
 KelvaneTurtle::KelvaneTurtle(const PluginDescription& description, const std::string& binaryName)
     : uri(description.uri.getCString()),
+      uiUri(q1framework::getLV2UIUri(uri)),
       binary(binaryName),
       name(description.name.getCString()),
       vendor(description.vendor.getCString()),
@@ -163,6 +168,9 @@ std::string KelvaneTurtle::manifest() const
             + join({"a lv2:Plugin", "lv2:binary " + TurtleText::uri(binary),
                     "rdfs:seeAlso " + TurtleText::uri(pluginFileName)},
                    "\t")
+            + "\t.\n\n" + TurtleText::uri(uiUri) + "\n"
+            + join({"a ui:X11UI", "ui:binary " + TurtleText::uri(binary), "rdfs:seeAlso " + TurtleText::uri(pluginFileName)},
+                   "\t")
             + "\t.\n";
     for (int preset = 0; preset < KelvanePresets::getCount(); ++preset)
         text += "\n" + TurtleText::uri(presetUri(KelvanePresets::get(preset).slug)) + "\n"
@@ -185,8 +193,27 @@ std::string KelvaneTurtle::plugin() const
                                "lv2:microVersion " + std::to_string(microVersion),
                                "lv2:optionalFeature lv2:hardRTCapable , urid:map",
                                "lv2:extensionData state:interface",
+                               "ui:ui " + TurtleText::uri(uiUri),
                                pluginPorts()};
-    return prefixes + TurtleText::uri(uri) + "\n" + join(plugin, "\t") + "\t.\n";
+    return prefixes + TurtleText::uri(uri) + "\n" + join(plugin, "\t") + "\t.\n\n" + userInterface();
+}
+
+std::string KelvaneTurtle::userInterface() const
+{
+    // The meters are output ports, of which hosts tell a user interface only what it asks for.
+    const LV2PortLayout layout(audioInputs, audioOutputs, KLParameters::count, KLMeters::count);
+    std::vector<Statements> notifications;
+    for (int meter = 0; meter < layout.getNumMeters(); ++meter)
+        notifications.push_back({"ui:plugin " + TurtleText::uri(uri),
+                                 "lv2:symbol " + TurtleText::literal(KLMeters::getSymbol(meter)),
+                                 "ui:protocol ui:floatProtocol"});
+    const Statements userInterface = {
+        "a ui:X11UI",
+        "lv2:requiredFeature ui:idleInterface , ui:parent",
+        "lv2:optionalFeature ui:resize , ui:touch , urid:map , " + TurtleText::uri(LV2_INSTANCE_ACCESS_URI),
+        "lv2:extensionData ui:idleInterface , ui:resize",
+        blankNodes("ui:portNotification", notifications, "\t")};
+    return TurtleText::uri(uiUri) + "\n" + join(userInterface, "\t") + "\t.\n";
 }
 
 std::string KelvaneTurtle::pluginPorts() const

@@ -11,8 +11,12 @@ struct PluginDescription;
 // its identity (PluginDescription), its parameters (KLParameters), its meters (KLMeters), the port
 // numbering of the adapter (LV2PortLayout) and the factory presets (KelvanePresets).
 //
-//   manifest.ttl   what the bundle holds: the plug-in with its shared object, and each preset
-//   Kelvane.ttl    the plug-in: class, maintainer, version, features, state, and every port
+//   manifest.ttl   what the bundle holds: the plug-in and its user interface with their shared
+//                  object (one for both), and each preset
+//   Kelvane.ttl    the plug-in: class, maintainer, version, features, state, its user interface
+//                  and every port; then the user interface: an X11 UI, the features it needs
+//                  and uses, its extension data (idle, resize), and the meter ports it must be
+//                  told of
 //   presets.ttl    each factory preset as the physical value of every control port
 //
 // Thread contract: any thread.
@@ -35,8 +39,10 @@ public:
 
 private:
     std::string pluginPorts() const;
+    std::string userInterface() const;
 
     std::string uri;
+    std::string uiUri;
     std::string binary;
     std::string name;
     std::string vendor;

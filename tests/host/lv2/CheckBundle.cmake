@@ -3,7 +3,8 @@
 #   cmake -DCHECK=turtle  -DSERDI=<serdi> -DBUNDLE=<folder> -P CheckBundle.cmake
 #       serdi reads every Turtle file of the bundle strictly.
 #   cmake -DCHECK=lv2info -DLV2INFO=<lv2info> -DBUNDLE=<folder> -DURI=<uri> -P CheckBundle.cmake
-#       lv2info describes the plug-in, with the bundle's folder and the system's on LV2_PATH.
+#       lv2info describes the plug-in and its user interface, with the bundle's folder and the
+#       system's on LV2_PATH.
 
 function(run_quietly description)
   execute_process(COMMAND ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
@@ -27,7 +28,7 @@ elseif(CHECK STREQUAL "lv2info")
   get_filename_component(parent ${BUNDLE} DIRECTORY)
   run_quietly("lv2info ${URI}" ${CMAKE_COMMAND} -E env LV2_PATH=${parent}:/usr/lib/lv2 ${LV2INFO} ${URI})
   foreach(expected "Name:              Kelvane" "Class:             Dynamics Plugin" "Symbol:      drive_level"
-                   "Punchier Kick")
+                   "Punchier Kick" "Class:  http://lv2plug.in/ns/extensions/ui#X11UI")
     string(FIND "${output}" "${expected}" found)
     if(found EQUAL -1)
       message(FATAL_ERROR "lv2info does not say \"${expected}\":\n${output}")

@@ -91,3 +91,31 @@ TEST(ImageResamplerTest, ChangedSourcePixelsReachOnlyTheirReachedArea)
                 }
         }
 }
+
+TEST(ImageResamplerTest, ARectangleResampledAloneGetsThePixelsOfTheWholePicture)
+{
+    // A window repaints only what changed; at a scale whose steps a float cannot hold exactly, the
+    // pixels of a part must still be those of the whole, or the picture would depend on the order
+    // of its repaints.
+    std::mt19937 random(17);
+    const int sizes[][4] = {{1500, 350, 1100, 257}, {60, 40, 45, 31}, {30, 20, 71, 64}, {100, 70, 33, 19}};
+    for (const auto& size : sizes)
+    {
+        const Image source = noisePicture(random, size[0], size[1]);
+        Image whole(size[2], size[3], true), parts(size[2], size[3], true);
+        const Rectangle everything = whole.getBounds();
+        resampleImage(source, whole, &everything, 1, -1);
+        std::uniform_int_distribution<int> x(0, size[2] - 1), y(0, size[3] - 1);
+        for (int trial = 0; trial < 8; ++trial)
+        {
+            const int left = x(random), top = y(random);
+            const Rectangle part(left, top, std::min(13, size[2] - left), std::min(9, size[3] - top));
+            resampleImage(source, parts, &part, 1, -1);
+            for (int row = part.y; row < part.getBottom(); ++row)
+                ASSERT_EQ(std::memcmp(whole.getPixelPointer(part.x, row), parts.getPixelPointer(part.x, row),
+                                      static_cast<size_t>(part.w) * 4),
+                          0)
+                    << "row " << row << " of " << part.x << ", " << part.y << " at " << size[2] << " x " << size[3];
+        }
+    }
+}

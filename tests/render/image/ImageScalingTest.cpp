@@ -68,14 +68,11 @@ PixelValue filterPixel(const std::vector<PixelValue>& taps, const ResamplingFilt
     return result;
 }
 
-// The source position of output first + index of a pass that starts at first: first * scale, then
-// scale added index times, in float.
+// The source position of output first + index of a pass that starts at first: the output
+// position times the scale, in float, wherever the pass starts.
 float positionOf(const ResamplingFilter& filter, int first, int index)
 {
-    float position = static_cast<float>(first) * filter.getScale();
-    while (index-- > 0)
-        position += filter.getScale();
-    return position;
+    return static_cast<float>(first + index) * filter.getScale();
 }
 
 // resampleImage written out pixel by pixel, rectangle by rectangle: across, then down the lines

@@ -69,14 +69,14 @@ Image compare(const Image& actual, const Image& expected, int& count, int& x, in
         }
     return difference;
 }
-}  // namespace
 
-namespace GoldenImage
-{
-::testing::AssertionResult matchesGolden(const Image& picture, const char* feature)
+// The comparison with golden/<feature>/<goldenName>.png; the failure pictures are named after the
+// running test. With mayUpdate the update switch writes the golden.
+::testing::AssertionResult compareWithGolden(const Image& picture, const char* feature, const std::string& goldenName,
+                                             bool mayUpdate)
 {
     const std::string name = ::testing::UnitTest::GetInstance()->current_test_info()->name();
-    const Path golden = Path(Q1_GOLDEN_SOURCE_DIR) / feature / (name + ".png");
+    const Path golden = Path(Q1_GOLDEN_SOURCE_DIR) / feature / (goldenName + ".png");
     const Path output = Path(Q1_GOLDEN_OUTPUT_DIR) / feature;
 
     if (picture.isEmpty())
@@ -94,7 +94,7 @@ namespace GoldenImage
                                              << x << ", " << y << ") " << describePixel(picture, x, y);
 
     const char* update = std::getenv("Q1_UPDATE_GOLDENS");
-    if (update != nullptr && std::strcmp(update, "1") == 0)
+    if (mayUpdate && update != nullptr && std::strcmp(update, "1") == 0)
     {
         if (!writeFile(golden, encoded))
             return ::testing::AssertionFailure() << "cannot write " << golden;
@@ -106,8 +106,8 @@ namespace GoldenImage
     if (expected.isEmpty())
     {
         writeFile(actualPath, encoded);
-        return ::testing::AssertionFailure() << "no golden picture " << golden << " (run with Q1_UPDATE_GOLDENS=1 to "
-                                             << "make it); the scene is in " << actualPath;
+        return ::testing::AssertionFailure() << "no golden picture " << golden << " (run its test with "
+                                             << "Q1_UPDATE_GOLDENS=1 to make it); the scene is in " << actualPath;
     }
     const Image difference = compare(picture, expected, count, x, y);
     const bool sameSize = expected.getSize() == picture.getSize();
@@ -125,5 +125,19 @@ namespace GoldenImage
         failure << "size " << picture.getWidth() << " x " << picture.getHeight() << " instead of "
                 << expected.getWidth() << " x " << expected.getHeight();
     return failure << "\n  actual:     " << actualPath << "\n  difference: " << differencePath;
+}
+}  // namespace
+
+namespace GoldenImage
+{
+::testing::AssertionResult matchesGolden(const Image& picture, const char* feature)
+{
+    const std::string name = ::testing::UnitTest::GetInstance()->current_test_info()->name();
+    return compareWithGolden(picture, feature, name, true);
+}
+
+::testing::AssertionResult matchesGoldenOf(const Image& picture, const char* feature, const char* testName)
+{
+    return compareWithGolden(picture, feature, testName, false);
 }
 }  // namespace GoldenImage

@@ -16,7 +16,13 @@
 // writes <TestName>.actual.png and, when there is a golden, <TestName>.diff.png (differing pixels
 // red, equal ones a faint grey of the golden) into golden/<feature>/ under the test's build
 // folder, naming their paths in the failure.
+//
+// matchesGoldenOf compares with the golden picture of another test, testName, for a scene that
+// must look exactly like that test's (the same editor shown by another plug-in format); the
+// update switch leaves that golden alone, since its own test makes it.
 namespace GoldenImage
 {
 ::testing::AssertionResult matchesGolden(const q1framework::Image& picture, const char* feature);
+::testing::AssertionResult matchesGoldenOf(const q1framework::Image& picture, const char* feature,
+                                           const char* testName);
 }

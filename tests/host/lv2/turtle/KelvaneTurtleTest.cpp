@@ -4,11 +4,14 @@
 #include "LV2TestHost.h"
 
 #include "host/lv2/LV2PortLayout.h"
+#include "host/lv2/ui/LV2UIUri.h"
 #include "plugin/KLMeters.h"
 #include "plugin/KLParameters.h"
 
+#include <lv2/instance-access/instance-access.h>
 #include <lv2/port-props/port-props.h>
 #include <lv2/state/state.h>
+#include <lv2/ui/ui.h>
 #include <lv2/units/units.h>
 #include <lv2/urid/urid.h>
 
@@ -80,6 +83,22 @@ protected:
             uris.insert(lilv_node_as_uri(lilv_nodes_get(nodes, iterator)));
         lilv_nodes_free(nodes);
         return uris;
+    }
+
+    // The objects of the user interface's statements with this predicate, as text.
+    std::set<std::string> userInterfaceValues(const char* predicateUri) const
+    {
+        LilvNode* ui = lilv_new_uri(host.world, q1framework::getLV2UIUri(host.uri).c_str());
+        LilvNode* predicate = lilv_new_uri(host.world, predicateUri);
+        lilv_world_load_resource(host.world, ui);
+        LilvNodes* objects = lilv_world_find_nodes(host.world, ui, predicate, nullptr);
+        std::set<std::string> values;
+        LILV_FOREACH(nodes, iterator, objects)
+            values.insert(lilv_node_as_string(lilv_nodes_get(objects, iterator)));
+        lilv_nodes_free(objects);
+        lilv_node_free(predicate);
+        lilv_node_free(ui);
+        return values;
     }
 
     LV2TestHost host;
@@ -196,4 +215,46 @@ TEST_F(KelvaneTurtle, MeterPortsRangeOverTheirLevels)
         EXPECT_EQ(maximum[index], KLMeters::getMaximum(meter));
         EXPECT_EQ(portUnit(index), LV2_UNITS__coef);
     }
+}
+
+TEST_F(KelvaneTurtle, UserInterfaceNeedsAParentAndIdleCallsAndUsesTheOtherFeaturesItKnows)
+{
+    EXPECT_EQ(userInterfaceValues(LV2_CORE__requiredFeature),
+              (std::set<std::string>{LV2_UI__idleInterface, LV2_UI__parent}));
+    EXPECT_EQ(userInterfaceValues(LV2_CORE__optionalFeature),
+              (std::set<std::string>{LV2_UI__resize, LV2_UI__touch, LV2_URID__map, LV2_INSTANCE_ACCESS_URI}));
+    EXPECT_EQ(userInterfaceValues(LV2_CORE__extensionData),
+              (std::set<std::string>{LV2_UI__idleInterface, LV2_UI__resize}));
+}
+
+TEST_F(KelvaneTurtle, UserInterfaceAsksForEveryMeterPortAsFloats)
+{
+    LilvNode* ui = lilv_new_uri(host.world, q1framework::getLV2UIUri(host.uri).c_str());
+    LilvNode* notification = lilv_new_uri(host.world, LV2_UI__portNotification);
+    LilvNode* symbol = lilv_new_uri(host.world, LV2_CORE__symbol);
+    LilvNode* protocol = lilv_new_uri(host.world, LV2_UI__protocol);
+    LilvNode* plugin = lilv_new_uri(host.world, LV2_UI__plugin);
+    lilv_world_load_resource(host.world, ui);
+    LilvNodes* notifications = lilv_world_find_nodes(host.world, ui, notification, nullptr);
+    std::set<std::string> symbols;
+    LILV_FOREACH(nodes, iterator, notifications)
+    {
+        const LilvNode* node = lilv_nodes_get(notifications, iterator);
+        LilvNode* named = lilv_world_get(host.world, node, symbol, nullptr);
+        LilvNode* sent = lilv_world_get(host.world, node, protocol, nullptr);
+        LilvNode* of = lilv_world_get(host.world, node, plugin, nullptr);
+        symbols.insert(named != nullptr ? lilv_node_as_string(named) : "");
+        EXPECT_STREQ(sent != nullptr ? lilv_node_as_uri(sent) : "", LV2_UI__floatProtocol);
+        EXPECT_EQ(of != nullptr ? std::string(lilv_node_as_uri(of)) : "", host.uri);
+        lilv_node_free(named);
+        lilv_node_free(sent);
+        lilv_node_free(of);
+    }
+    lilv_nodes_free(notifications);
+    for (LilvNode* node : {ui, notification, symbol, protocol, plugin})
+        lilv_node_free(node);
+    std::set<std::string> meters;
+    for (int meter = 0; meter < KLMeters::count; ++meter)
+        meters.insert(KLMeters::getSymbol(meter));
+    EXPECT_EQ(symbols, meters);
 }

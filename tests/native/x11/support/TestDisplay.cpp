@@ -131,6 +131,26 @@ std::vector<uint32_t> TestDisplay::readPixels(::Window window, const Rectangle& 
     return pixels;
 }
 
+q1framework::Image TestDisplay::capture(::Window window)
+{
+    const q1framework::Rectangle area(q1framework::Point(), getGeometry(window).getSize());
+    const std::vector<uint32_t> shown = readPixels(window, area);
+    q1framework::Image picture(area.getSize(), true);
+    if (shown.size() != static_cast<size_t>(area.w) * static_cast<size_t>(area.h))
+        return picture;
+    for (int y = 0; y < area.h; ++y)
+        for (int x = 0; x < area.w; ++x)
+        {
+            const uint32_t word = shown[static_cast<size_t>(y * area.w + x)];
+            uint8_t* pixel = picture.getPixelPointer(x, y);
+            pixel[0] = static_cast<uint8_t>(word);
+            pixel[1] = static_cast<uint8_t>(word >> 8);
+            pixel[2] = static_cast<uint8_t>(word >> 16);
+            pixel[3] = 255;
+        }
+    return picture;
+}
+
 bool TestDisplay::pumpUntil(const std::function<bool()>& done)
 {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(2);

@@ -2,6 +2,7 @@
 
 #include "media/geometry/Point.h"
 #include "media/geometry/Rectangle.h"
+#include "media/image/Image.h"
 
 #include <X11/Xlib.h>
 
@@ -47,6 +48,8 @@ public:
 
     // The window's pixels as 0x00RRGGBB words, row by row (XGetImage).
     std::vector<uint32_t> readPixels(::Window window, const q1framework::Rectangle& area);
+    // The window's whole area as it shows now, as an opaque picture.
+    q1framework::Image capture(::Window window);
 
     // Delivers the framework's pending events (WindowPeer::dispatchNativeEvents) until done
     // answers true or two seconds have passed; answers done's last answer.
