@@ -36,8 +36,7 @@ uint32_t texelAt(const std::vector<uint32_t>& texels, int width, int x, int y)
 TEST(OpenGLTexture, OnlyTheDirtyRectanglesReachTheDevice)
 {
     GLTestWindow gl;
-    ASSERT_NE(gl.context, nullptr);
-    gl.context->beginFrame();
+    ASSERT_TRUE(gl.beginFrame());
     std::unique_ptr<Texture> texture(gl.context->createTexture(64, 32, 0, 1));
     EXPECT_TRUE(static_cast<OpenGLTexture&>(*texture).usesPixelBuffer());
     texture->uploadWhole(filledImage(64, 32, 0xff112233), false);
@@ -52,8 +51,7 @@ TEST(OpenGLTexture, OnlyTheDirtyRectanglesReachTheDevice)
 TEST(OpenGLTexture, UnpremultiplyingDividesTheColourByAlpha)
 {
     GLTestWindow gl;
-    ASSERT_NE(gl.context, nullptr);
-    gl.context->beginFrame();
+    ASSERT_TRUE(gl.beginFrame());
     std::unique_ptr<Texture> texture(gl.context->createTexture(3, 1, 0, 1));
     Image image(3, 1, true);
     setPixel(image, 0, 0, 0x80400000);  // alpha 128, red 64: 64 * (255 / 128) = 127.5, truncated
@@ -67,8 +65,7 @@ TEST(OpenGLTexture, UnpremultiplyingDividesTheColourByAlpha)
 TEST(OpenGLTexture, AnUploadPartlyOutsideTheImageCopiesTheOverlap)
 {
     GLTestWindow gl;
-    ASSERT_NE(gl.context, nullptr);
-    gl.context->beginFrame();
+    ASSERT_TRUE(gl.beginFrame());
     std::unique_ptr<Texture> texture(gl.context->createTexture(32, 32, 0, 1));
     texture->clear();
     const Rectangle reaching(10, 10, 16, 16);
@@ -82,8 +79,7 @@ TEST(OpenGLTexture, AnUploadPartlyOutsideTheImageCopiesTheOverlap)
 TEST(OpenGLTexture, WithoutAPixelBufferUploadsGoThroughMemory)
 {
     GLTestWindow gl;
-    ASSERT_NE(gl.context, nullptr);
-    gl.context->beginFrame();
+    ASSERT_TRUE(gl.beginFrame());
     OpenGLTexture texture(*gl.context, 16, 8, 1, false);
     EXPECT_FALSE(texture.usesPixelBuffer());
     texture.clear();
@@ -98,8 +94,7 @@ TEST(OpenGLTexture, WithoutAPixelBufferUploadsGoThroughMemory)
 TEST(OpenGLTexture, ATextureOfWidthZeroDrawsNothingAndLeavesTexturingAlone)
 {
     GLTestWindow gl;
-    ASSERT_NE(gl.context, nullptr);
-    gl.context->beginFrame();
+    ASSERT_TRUE(gl.beginFrame());
     std::unique_ptr<Texture> empty(gl.context->createTexture(0, 10, 0, 1));
     const double source[4] = {0, 0, 0, 10};
     const double corners[8] = {0, 0, 50, 0, 50, 50, 0, 50};
@@ -115,8 +110,7 @@ TEST(OpenGLTexture, ATextureOfWidthZeroDrawsNothingAndLeavesTexturingAlone)
 TEST(OpenGLTexture, DrawShowsTheTextureScaledAboutItsCentre)
 {
     GLTestWindow gl(100, 100);
-    ASSERT_NE(gl.context, nullptr);
-    gl.context->beginFrame();
+    ASSERT_TRUE(gl.beginFrame());
     std::unique_ptr<Texture> texture(gl.context->createTexture(40, 40, 0, 1));
     texture->uploadWhole(filledImage(40, 40, 0xff30a050), false);
     // At half size about its centre, drawn at (30, 30): the quad covers 40 to 60.
