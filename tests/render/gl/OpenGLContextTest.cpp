@@ -35,18 +35,6 @@ TEST(OpenGLContext, TheVersionIsTheNumbersAtTheStartOfTheVersionString)
     EXPECT_EQ(std::string(version.getCString()).compare(0, expectedStart.size(), expectedStart), 0) << version.getCString();
 }
 
-TEST(OpenGLContext, AClipComesBackFromTheScissorBoxUnchanged)
-{
-    GLTestWindow gl(100, 100);
-    ASSERT_TRUE(gl.beginFrame());
-    gl.context->setClip(Rectangle(10, 20, 30, 40));
-    EXPECT_EQ(gl.context->getClip(), Rectangle(10, 20, 30, 40));
-    GLint box[4] = {};
-    glGetIntegerv(GL_SCISSOR_BOX, box);
-    // GL counts rows from the bottom: 100 - (20 + 40).
-    EXPECT_EQ(std::vector<GLint>(box, box + 4), (std::vector<GLint>{10, 40, 30, 40}));
-}
-
 TEST(OpenGLContext, AnEmptyClipTurnsClippingOffAndKeepsTheLastBox)
 {
     GLTestWindow gl(100, 100);
