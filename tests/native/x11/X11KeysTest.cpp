@@ -9,17 +9,6 @@
 
 using namespace q1framework;
 
-TEST(X11Keys, SpecialKeysHaveTheFrameworksCodes)
-{
-    const std::pair<KeySym, int32_t> table[] = {
-        {XK_BackSpace, 0x10000000}, {XK_Left, 0x10000001},  {XK_Right, 0x10000002}, {XK_Up, 0x10000003},
-        {XK_Down, 0x10000004},      {XK_KP_Left, 0x10000001}, {XK_Delete, 0x7f},    {XK_KP_Delete, 0x7f},
-        {XK_Return, 13},            {XK_KP_Enter, 13},       {XK_ISO_Enter, 13},   {XK_Linefeed, 10},
-        {XK_Tab, 9},                {XK_ISO_Left_Tab, 9},    {XK_Escape, 27}};
-    for (const auto& [keysym, code] : table)
-        EXPECT_EQ(X11Keys::toKeyCode(keysym), code) << std::hex << keysym;
-}
-
 TEST(X11Keys, CharactersAreTheirCodePoints)
 {
     EXPECT_EQ(X11Keys::toKeyCode(XK_a), 'a');

@@ -67,19 +67,6 @@ TEST(RenderingContext, RemovingKeepsTheOrderAndAnUnknownListenerIsNotFound)
     EXPECT_EQ(record, (std::vector<std::string>{"third", "first"}));
 }
 
-TEST(RenderingContext, TheListenerListGrowsFromFiveToTenOnTheSixthListener)
-{
-    std::vector<std::string> record;
-    std::vector<std::unique_ptr<NamedListener>> listeners;
-    MemoryContext context;
-    for (int index = 0; index < 6; ++index)
-    {
-        listeners.push_back(std::make_unique<NamedListener>(std::to_string(index), record));
-        context.addListener(listeners.back().get());
-        EXPECT_EQ(context.getListenerCapacity(), index < 5 ? 5 : 10);
-    }
-}
-
 TEST(RenderingContext, ListenersDropTheirTexturesWhenTheContextGoes)
 {
     std::vector<std::string> record;

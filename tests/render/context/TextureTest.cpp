@@ -16,17 +16,6 @@ void expectCorners(const MemoryContext::Quad& quad, const std::vector<double>& e
 }
 }  // namespace
 
-TEST(Texture, OnlyLevelOneHasASize)
-{
-    MemoryContext context;
-    std::unique_ptr<Texture> texture(context.createTexture(30, 20, 0, 1));
-    EXPECT_EQ(texture->getWidth(1), 30);
-    EXPECT_EQ(texture->getHeight(1), 20);
-    EXPECT_EQ(texture->getWidth(0), 0);
-    EXPECT_EQ(texture->getHeight(2), 0);
-    EXPECT_TRUE(texture->isValid());
-}
-
 TEST(Texture, UploadWholeSendsTheTexturesOwnRectangle)
 {
     MemoryContext context;

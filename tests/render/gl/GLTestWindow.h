@@ -36,6 +36,15 @@ public:
             context->releaseCurrent();
     }
 
+    // Starts a frame on the window's context; false when the window got no GL context.
+    bool beginFrame()
+    {
+        if (context == nullptr)
+            return false;
+        context->beginFrame();
+        return true;
+    }
+
     ::Window xWindow() const { return static_cast<::Window>(reinterpret_cast<uintptr_t>(window.getNativeView())); }
 
     // The frame's pixels so far as 0xAARRGGBB words, row by row from the top, read from the

@@ -26,8 +26,7 @@ TEST(OpenGLSurface, ACopiedRegionLandsAtItsDestinationInTheTexture)
 {
     constexpr int width = 40, height = 30;
     GLTestWindow gl;
-    ASSERT_NE(gl.context, nullptr);
-    gl.context->beginFrame();
+    ASSERT_TRUE(gl.beginFrame());
     OpenGLSurface surface(*gl.context, width, height);
     int stride = 0;
     uint8_t* pixels = surface.getPixels(&stride);

@@ -1,5 +1,5 @@
-// Hit testing of Component: at the edges, through components that are not hit-testable or are
-// excluded, and on random trees against a picture of component numbers.
+// Hit testing of Component: random trees, with components hidden, not hit-testable, excluded and
+// sticking out of their parents, against a picture of component numbers; and the drag target.
 
 #include "ui/component/Component.h"
 
@@ -20,87 +20,7 @@ class Excluded : public Probe
 public:
     explicit Excluded(Probe::Log* log) : Probe("excluded", log) { setHitTestExcluded(true); }
 };
-}
 
-TEST(ComponentHitTestingTest, RightAndBottomEdgesAreOutside)
-{
-    TreeHarness tree(100, 100);
-    Probe* child = tree.root->addProbe("child", Rectangle(10, 20, 30, 40));
-    EXPECT_EQ(tree.container.getComponentAt(Point(10, 20)), child);
-    EXPECT_EQ(tree.container.getComponentAt(Point(39, 59)), child);
-    EXPECT_EQ(tree.container.getComponentAt(Point(40, 30)), tree.root);
-    EXPECT_EQ(tree.container.getComponentAt(Point(20, 60)), tree.root);
-    EXPECT_EQ(tree.container.getComponentAt(Point(100, 5)), nullptr);
-    EXPECT_EQ(tree.container.getComponentAt(Point(-1, 5)), nullptr);
-}
-
-TEST(ComponentHitTestingTest, LaterSiblingIsOnTop)
-{
-    TreeHarness tree(100, 100);
-    tree.root->addProbe("lower", Rectangle(0, 0, 50, 50));
-    Probe* upper = tree.root->addProbe("upper", Rectangle(25, 25, 50, 50));
-    EXPECT_EQ(tree.container.getComponentAt(Point(30, 30)), upper);
-}
-
-TEST(ComponentHitTestingTest, NonHitTestableChildPassesTheHitToWhatLiesBeneath)
-{
-    TreeHarness tree(100, 100);
-    Probe* lower = tree.root->addProbe("lower", Rectangle(0, 0, 50, 50));
-    Probe* glass = tree.root->addProbe("glass", Rectangle(0, 0, 100, 100));
-    glass->setHitTestable(false);
-    EXPECT_EQ(tree.container.getComponentAt(Point(10, 10)), lower);
-    EXPECT_EQ(tree.container.getComponentAt(Point(70, 70)), tree.root);
-}
-
-TEST(ComponentHitTestingTest, HitTestableChildOfANonHitTestableOneCounts)
-{
-    TreeHarness tree(100, 100);
-    Probe* glass = tree.root->addProbe("glass", Rectangle(0, 0, 100, 100));
-    glass->setHitTestable(false);
-    Probe* inside = glass->addProbe("inside", Rectangle(10, 10, 10, 10));
-    EXPECT_EQ(tree.container.getComponentAt(Point(15, 15)), inside);
-}
-
-TEST(ComponentHitTestingTest, RootIsHitEvenWhenNotHitTestable)
-{
-    TreeHarness tree(100, 100);
-    tree.root->setHitTestable(false);
-    EXPECT_EQ(tree.container.getComponentAt(Point(15, 15)), tree.root);
-}
-
-TEST(ComponentHitTestingTest, ExcludedChildIsSkippedWithItsSubtree)
-{
-    TreeHarness tree(100, 100);
-    Probe* lower = tree.root->addProbe("lower", Rectangle(0, 0, 50, 50));
-    auto* excluded = new Excluded(&tree.log);
-    excluded->setBounds(Rectangle(0, 0, 50, 50), false);
-    tree.root->addAndMakeVisible(excluded);
-    excluded->addProbe("inside", Rectangle(0, 0, 10, 10));
-    EXPECT_EQ(tree.container.getComponentAt(Point(5, 5)), lower);
-}
-
-TEST(ComponentHitTestingTest, ChildOutsideItsParentIsNotHit)
-{
-    TreeHarness tree(100, 100);
-    Probe* parent = tree.root->addProbe("parent", Rectangle(0, 0, 20, 20));
-    parent->addProbe("sticking out", Rectangle(10, 10, 30, 30));
-    EXPECT_EQ(tree.container.getComponentAt(Point(30, 30)), tree.root);
-}
-
-TEST(ComponentHitTestingTest, DragTargetIsTheFirstTargetAboveTheHit)
-{
-    TreeHarness tree(100, 100);
-    Probe* target = tree.root->addProbe("target", Rectangle(0, 0, 50, 50));
-    target->dragTarget = true;
-    target->addProbe("inside", Rectangle(10, 10, 10, 10));
-    EXPECT_EQ(tree.root->getDragTargetAt(Point(15, 15)), target);
-    EXPECT_EQ(tree.root->getDragTargetAt(Point(70, 70)), nullptr);
-}
-
-// ---- Random trees against a picture of component numbers ----
-
-namespace
-{
 // The plain model: every reachable component that counts for a hit paints its number over its
 // area, cut to its ancestors' areas, parents before children and children in array order; the
 // root always counts. The number on top at a point names the component hit there.
@@ -168,4 +88,14 @@ TEST(ComponentHitTestingTest, RandomTreesHitWhatAPictureOfComponentNumbersShowsO
                     << "seed " << seed << " at " << x << ", " << y;
             }
     }
+}
+
+TEST(ComponentHitTestingTest, DragTargetIsTheFirstTargetAboveTheHit)
+{
+    TreeHarness tree(100, 100);
+    Probe* target = tree.root->addProbe("target", Rectangle(0, 0, 50, 50));
+    target->dragTarget = true;
+    target->addProbe("inside", Rectangle(10, 10, 10, 10));
+    EXPECT_EQ(tree.root->getDragTargetAt(Point(15, 15)), target);
+    EXPECT_EQ(tree.root->getDragTargetAt(Point(70, 70)), nullptr);
 }

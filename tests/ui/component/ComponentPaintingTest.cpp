@@ -108,20 +108,6 @@ TEST(ComponentPaintingTest, RepaintOutsideTheContainerMarksNothingButIsReported)
 
 // ---- The paint walk ----
 
-TEST(ComponentPaintingTest, WalkPaintsParentsBeforeChildrenInArrayOrder)
-{
-    TreeHarness tree(100, 100);
-    Probe* a = tree.root->addProbe("a", Rectangle(0, 0, 50, 50), translucentGreen);
-    Probe* a1 = a->addProbe("a1", Rectangle(0, 0, 10, 10), translucentGreen);
-    Probe* b = tree.root->addProbe("b", Rectangle(40, 40, 50, 50), translucentGreen);
-    for (Probe* probe : {tree.root, a, a1, b})
-        probe->logPaints = true;
-    tree.log.clear();
-    tree.container.invalidateAll();
-    tree.paint();
-    EXPECT_EQ(tree.log, (Log{"root.paint", "a.paint", "a1.paint", "b.paint"}));
-}
-
 TEST(ComponentPaintingTest, EachRectangleOfTheVisibleDirtyPartIsOnePaintWithItsClip)
 {
     TreeHarness tree(100, 100);
@@ -153,32 +139,6 @@ TEST(ComponentPaintingTest, OpaqueComponentHidesWhatLiesBeneathIt)
     tree.paint();
     EXPECT_TRUE(below->paintedClips.empty());
     EXPECT_TRUE(tree.root->paintedClips.empty());
-}
-
-TEST(ComponentPaintingTest, OverlayIsPaintedLastAndItsChildrenAgainOverIt)
-{
-    TreeHarness tree(100, 100);
-    Probe* overlay = tree.root->addProbe("overlay", Rectangle(0, 0, 50, 50), translucentGreen);
-    Probe* inside = overlay->addProbe("inside", Rectangle(0, 0, 10, 10), translucentGreen);
-    overlay->setOverlay(true);
-    Probe* later = tree.root->addProbe("later", Rectangle(20, 20, 50, 50), translucentGreen);
-    for (Probe* probe : {overlay, inside, later})
-        probe->logPaints = true;
-    tree.log.clear();
-    tree.container.invalidateAll();
-    tree.paint();
-    EXPECT_EQ(tree.log, (Log{"inside.paint", "later.paint", "overlay.paint", "inside.paint"}));
-}
-
-TEST(ComponentPaintingTest, ClippingParentLimitsWhatItsChildrenPaint)
-{
-    TreeHarness tree(100, 100);
-    Probe* parent = tree.root->addProbe("parent", Rectangle(10, 10, 30, 30), translucentGreen);
-    Probe* child = parent->addProbe("child", Rectangle(20, 20, 30, 30), opaqueRed);
-    parent->setClipsChildren(true);
-    tree.container.invalidateAll();
-    tree.paint();
-    EXPECT_EQ(child->paintedClips, (std::vector<Rectangle>{Rectangle(30, 30, 10, 10)}));
 }
 
 TEST(ComponentPaintingTest, BufferedComponentPaintsItsImageOnceUntilItRepaints)
@@ -223,8 +183,9 @@ TEST(ComponentPaintingTest, ImageOfComponentHoldsItsOwnPaintAtItsSize)
 
 namespace
 {
-// The plain model of a painted tree: every visible component fills its visible area in walk
-// order, the overlay pass after the rest, with no regions and no occlusion.
+// The plain model of a painted tree: every visible component fills its visible area, cut by its
+// clipping ancestors, parents before children and children in array order; overlays, and their
+// children once more, in a pass after the rest; with no regions and no occlusion.
 void paintNaively(Component& component, SoftwareGraphics& graphics, const Point& offset, const Rectangle& clip,
                   int pass)
 {

@@ -45,46 +45,37 @@ std::vector<std::string> childNames(Component& parent)
 }
 }
 
-TEST(ComponentTest, SetBoundsWithTheSameRectangleDoesNothing)
+// What setBounds repaints and whom it tells: moved() and the parent's childMoved() only when
+// asked to notify, resized() always, the listeners after the handlers; nothing for the same
+// rectangle.
+TEST(ComponentTest, SetBoundsRepaintsBothAreasAndTellsTheHandlersItIsAskedTo)
 {
-    TreeHarness tree(100, 100);
-    Probe* child = tree.root->addProbe("child", Rectangle(10, 10, 20, 20));
-    tree.settle();
-    child->setBounds(Rectangle(10, 10, 20, 20), true);
-    EXPECT_TRUE(tree.log.empty());
-    EXPECT_TRUE(tree.container.getDirtyRegion().isEmpty());
-}
-
-TEST(ComponentTest, MoveWithoutNotifyRepaintsBothAreasButCallsNoHandler)
-{
-    TreeHarness tree(100, 100);
-    Probe* child = tree.root->addProbe("child", Rectangle(10, 10, 20, 20));
-    LoggingListener listener(tree.log, child);
-    tree.settle();
-    child->setBounds(Rectangle(50, 40, 20, 20), false);
-    EXPECT_TRUE(tree.log.empty());
-    EXPECT_EQ(tree.container.getDirtyRegion(),
-              TreeHarness::regionOf({Rectangle(10, 10, 20, 20), Rectangle(50, 40, 20, 20)}));
-}
-
-TEST(ComponentTest, NotifiedMoveAndResizeRunHandlersParentAndListenersInOrder)
-{
-    TreeHarness tree(100, 100);
-    Probe* child = tree.root->addProbe("child", Rectangle(10, 10, 20, 20));
-    LoggingListener listener(tree.log, child);
-    tree.settle();
-    child->setBounds(Rectangle(12, 10, 30, 20), true);
-    EXPECT_EQ(tree.log, (Log{"child.moved", "root.childMoved child", "child.resized", "root.childResized child",
-                             "listener.resized child", "listener.moved child"}));
-}
-
-TEST(ComponentTest, ResizeWithoutNotifyStillCallsResized)
-{
-    TreeHarness tree(100, 100);
-    Probe* child = tree.root->addProbe("child", Rectangle(10, 10, 20, 20));
-    tree.settle();
-    child->setBounds(Rectangle(10, 10, 25, 20), false);
-    EXPECT_EQ(tree.log, (Log{"child.resized"}));
+    const Rectangle start(10, 10, 20, 20);
+    const struct
+    {
+        Rectangle bounds;
+        bool notify;
+        Log calls;
+    } cases[] = {
+        {start, true, {}},
+        {Rectangle(50, 40, 20, 20), false, {}},
+        {Rectangle(10, 10, 25, 20), false, {"child.resized"}},
+        {Rectangle(12, 10, 30, 20), true,
+         {"child.moved", "root.childMoved child", "child.resized", "root.childResized child", "listener.resized child",
+          "listener.moved child"}},
+    };
+    for (const auto& each : cases)
+    {
+        TreeHarness tree(100, 100);
+        Probe* child = tree.root->addProbe("child", start);
+        LoggingListener listener(tree.log, child);
+        tree.settle();
+        child->setBounds(each.bounds, each.notify);
+        SCOPED_TRACE(::testing::PrintToString(each.bounds));
+        EXPECT_EQ(tree.log, each.calls);
+        EXPECT_EQ(tree.container.getDirtyRegion(),
+                  each.bounds == start ? Region() : TreeHarness::regionOf({start, each.bounds}));
+    }
 }
 
 TEST(ComponentTest, AddingAChildItAlreadyHasAtAnotherIndexMovesIt)
@@ -161,14 +152,6 @@ TEST(ComponentTest, CollectDescendantsListsParentsBeforeTheirChildren)
     for (Component* component : all)
         names.push_back(Probe::nameOf(component));
     EXPECT_EQ(names, (std::vector<std::string>{"a", "a1", "b"}));
-}
-
-TEST(ComponentTest, ColourNeverSetIsOpaqueBlack)
-{
-    Component component;
-    EXPECT_EQ(component.getColour(5), Colour(0, 0, 0, 255));
-    component.setColour(5, Colour(1, 2, 3, 4));
-    EXPECT_EQ(component.getColour(5), Colour(1, 2, 3, 4));
 }
 
 TEST(ComponentTest, ClearingTheOverlayLeavesTheOverlayBitAsTheOnlyFlag)

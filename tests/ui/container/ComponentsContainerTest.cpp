@@ -11,22 +11,17 @@
 using namespace q1framework;
 using Log = Probe::Log;
 
-TEST(ComponentsContainerTest, InvalidateOutsideTheSizeMarksNothingButTheListenerHears)
-{
-    TreeHarness tree(100, 100);
-    tree.container.invalidate(Rectangle(100, 10, 20, 20));
-    EXPECT_TRUE(tree.container.getDirtyRegion().isEmpty());
-    EXPECT_EQ(tree.invalidated, (std::vector<Rectangle>{Rectangle(100, 10, 20, 20)}));
-}
-
-TEST(ComponentsContainerTest, InvalidateMarksTheClippedAreaForPaintingAndShowing)
+// The part inside the size is marked for painting and for showing; the listener hears of the
+// whole area, even of one wholly outside.
+TEST(ComponentsContainerTest, InvalidateMarksTheClippedAreaAndReportsTheWholeOne)
 {
     TreeHarness tree(100, 100);
     tree.container.invalidate(Rectangle(90, -10, 20, 20));
+    tree.container.invalidate(Rectangle(100, 10, 20, 20));
     EXPECT_EQ(tree.dirtyRectangles(), (std::vector<Rectangle>{Rectangle(90, 0, 10, 10)}));
     EXPECT_EQ(TreeHarness::rectanglesOf(tree.container.getPresentRegion()),
               (std::vector<Rectangle>{Rectangle(90, 0, 10, 10)}));
-    EXPECT_EQ(tree.invalidated, (std::vector<Rectangle>{Rectangle(90, -10, 20, 20)}));
+    EXPECT_EQ(tree.invalidated, (std::vector<Rectangle>{Rectangle(90, -10, 20, 20), Rectangle(100, 10, 20, 20)}));
 }
 
 TEST(ComponentsContainerTest, SetSizeSizesTheRootAndInvalidatesEverything)
